@@ -1,0 +1,56 @@
+# The daily commands. CMake does the work; `make help` lists them.
+
+.DEFAULT_GOAL := help
+.PHONY: help setup setup-check run test check format format-check lint headers tsan clean
+
+JOBS ?= $(shell nproc)
+
+help:
+	@echo "make run     build and play the tour: login, cancel, error, cache, logout"
+	@echo "make test    build and run every test under the address and undefined-behaviour sanitizers"
+	@echo "make check   format, lint, headers compile alone, all tests, thread sanitizer"
+	@echo "make format  rewrite the sources in the project's format"
+	@echo "make clean   remove everything that was built"
+
+setup:
+	@scripts/setup
+
+setup-check:
+	@scripts/setup --check
+
+run: setup
+	@scripts/build host vornsim VornFacebook
+	@build/host/bin/vornsim run --plugin build/host/lib/libVornFacebook.so \
+	  --config simulator/scenarios/tour.config.json simulator/scenarios/tour.scenario.json
+
+test: setup
+	@scripts/build asan
+	@ctest --preset asan -j$(JOBS)
+
+tsan: setup
+	@scripts/build tsan
+	@ctest --preset tsan -j$(JOBS)
+
+check: setup-check
+	@scripts/check-format
+	@scripts/build asan
+	@scripts/build asan headers
+	@scripts/lint
+	@$(MAKE) --no-print-directory tsan
+	@ctest --preset asan -j$(JOBS)
+
+format: setup-check
+	@scripts/format
+
+format-check: setup-check
+	@scripts/check-format
+
+lint: setup-check
+	@scripts/build asan
+	@scripts/lint
+
+headers: setup
+	@scripts/build asan headers
+
+clean:
+	rm -rf build dist

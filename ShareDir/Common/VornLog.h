@@ -1,0 +1,42 @@
+// Log and trace statements. A line carries the source file and the method in which the statement is written, so it is
+// written there and not in a helper. In a block the method's name ends in _block_invoke, _block_invoke_2 and so on.
+#pragma once
+
+#include "VornServices.h"
+
+namespace Tarvik::Vorn {
+
+inline constexpr const char* kLogTag = "[Vorn]";
+
+// The file name in `path`: what follows the last '/', else what follows the last '\\', else all of it.
+constexpr const char* FileNameOf(const char* path) {
+    const char* slash = nullptr;
+    const char* backslash = nullptr;
+    for (const char* p = path; *p != '\0'; ++p) {
+        if (*p == '/') {
+            slash = p;
+        } else if (*p == '\\') {
+            backslash = p;
+        }
+    }
+    if (slash != nullptr) {
+        return slash + 1;
+    }
+    return backslash != nullptr ? backslash + 1 : path;
+}
+
+} // namespace Tarvik::Vorn
+
+#define VORN_LOG_AT(level, ...)                                                                                        \
+    ::Tarvik::Vorn::VornLogger(level, ::Tarvik::Vorn::kLogTag, ::Tarvik::Vorn::FileNameOf(__FILE__), __func__,         \
+                               __LINE__)                                                                               \
+        .console()                                                                                                     \
+        .writeLog(__VA_ARGS__)
+
+// One line of progress; one line about an error or a refusal. The first argument is a literal printf format.
+#define VORN_LOG_DEBUG(...) VORN_LOG_AT(::Tarvik::Vorn::kLogDebug, __VA_ARGS__)
+#define VORN_LOG_ERROR(...) VORN_LOG_AT(::Tarvik::Vorn::kLogError, __VA_ARGS__)
+
+// A trace of a call into the channel's SDK: VORN_TRACE(seqID, "{\"method\":\"logOut\"}").traceLog("FacebookLogin").
+#define VORN_TRACE(seqID, extraJson)                                                                                   \
+    ::Tarvik::Vorn::VornTrace(::Tarvik::Vorn::FileNameOf(__FILE__), __func__, __LINE__, seqID, extraJson)

@@ -1,0 +1,54 @@
+// The one owning handle for Objective-C objects in code without automatic reference counting.
+//
+// RetainPtr<NSString*> keeps its object alive as long as it lives itself; copying retains, moving does not. A method
+// that returns a retained object (alloc, new, copy, mutableCopy) has its result put straight into AdoptNS(...). Handles
+// are not for globals: they would run a destructor at exit. Two threads may each have a handle to one object; one handle
+// is not for use by two threads at once.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include <utility>
+
+#if __has_feature(objc_arc)
+#error "This project counts references by hand. Compile with -fno-objc-arc."
+#endif
+
+namespace Tarvik::Vorn {
+
+// T is an object pointer type: NSString*, id, id<Protocol>.
+template <class T>
+class RetainPtr {
+public:
+    RetainPtr() = default;
+    explicit RetainPtr(T object) : mObject([object retain]) {}
+    RetainPtr(const RetainPtr& other) : mObject([other.mObject retain]) {}
+    RetainPtr(RetainPtr&& other) noexcept : mObject(std::exchange(other.mObject, nil)) {}
+    ~RetainPtr() { [mObject release]; }
+
+    // By value: serves copies and moves, and an object assigned to itself.
+    RetainPtr& operator=(RetainPtr other) noexcept {
+        std::swap(mObject, other.mObject);
+        return *this;
+    }
+
+    // Takes over the reference that the caller owns.
+    static RetainPtr Adopt(T object) {
+        RetainPtr adopted;
+        adopted.mObject = object;
+        return adopted;
+    }
+
+    T get() const { return mObject; }
+    explicit operator bool() const { return mObject != nil; }
+
+private:
+    T mObject = nil;
+};
+
+template <class T>
+[[nodiscard]] RetainPtr<T> AdoptNS(T object) {
+    return RetainPtr<T>::Adopt(object);
+}
+
+} // namespace Tarvik::Vorn

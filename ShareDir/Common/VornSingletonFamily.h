@@ -1,0 +1,87 @@
+// The class methods by which a plugin class has one instance per process; shared by the login and the report plugin.
+//
+// The core sends sharedInstance on any thread. The first time, the class object's own monitor guards the creation; from
+// then on sharedInstance itself is the unlocked accessor, until the instance is purged.
+#pragma once
+
+#import <Foundation/Foundation.h>
+#import <objc/runtime.h>
+
+namespace Tarvik::Vorn {
+
+// From the next send on, +[cls sharedInstance] runs the implementation of the class method `accessor`.
+inline void SwitchSharedInstance(Class cls, SEL accessor) {
+    method_setImplementation(class_getClassMethod(cls, @selector(sharedInstance)),
+                             method_getImplementation(class_getClassMethod(cls, accessor)));
+}
+
+} // namespace Tarvik::Vorn
+
+// Declares the family in an @interface.
+//
+//   sharedInstance         The instance, made on first use. Locks only while there is none.
+//   sharedInstanceSynch    The same, always under the lock.
+//   sharedInstanceNoSynch  The instance as it stands, without a lock; nil when there is none.
+//   allocWithZone:         The instance, retained for the caller: a second allocation makes no second object.
+//   purgeSharedInstance    Gives the instance up; the next sharedInstance makes a new one.
+#define VORN_SINGLETON_FAMILY_INTERFACE                                                                                \
+    +(instancetype)sharedInstance;                                                                                     \
+    +(instancetype)sharedInstanceSynch;                                                                                \
+    +(instancetype)sharedInstanceNoSynch;                                                                              \
+    +(void)purgeSharedInstance;
+
+// Defines the family in an @implementation of `ClassName`. Written once as a macro because both classes need methods of
+// their own: the implementation of +sharedInstance is switched on the class that is asked.
+//
+// The class owns one reference, in sSharedInstance. allocWithZone: puts it there before init has run and gives the
+// caller another; sharedInstanceSynch stores what init returned in its place, so that with no other owner a purge
+// destroys the instance.
+#define VORN_SINGLETON_FAMILY(ClassName)                                                                               \
+    static ClassName* sSharedInstance = nil;                                                                           \
+                                                                                                                       \
+    +(instancetype)sharedInstance {                                                                                    \
+        return [self sharedInstanceSynch];                                                                             \
+    }                                                                                                                  \
+                                                                                                                       \
+    +(instancetype)sharedInstanceSynch {                                                                               \
+        @synchronized(self) {                                                                                          \
+            if (sSharedInstance == nil) {                                                                              \
+                ClassName* const made = [[self alloc] init];                                                           \
+                ClassName* const stored = sSharedInstance;                                                             \
+                __atomic_store_n(&sSharedInstance, made, __ATOMIC_RELEASE);                                            \
+                [stored release];                                                                                      \
+            }                                                                                                          \
+        }                                                                                                              \
+        return [self sharedInstanceNoSynch];                                                                           \
+    }                                                                                                                  \
+                                                                                                                       \
+    +(instancetype)sharedInstanceNoSynch {                                                                             \
+        return __atomic_load_n(&sSharedInstance, __ATOMIC_ACQUIRE);                                                    \
+    }                                                                                                                  \
+                                                                                                                       \
+    +(instancetype)allocWithZone : (NSZone*)zone {                                                                     \
+        @synchronized(self) {                                                                                          \
+            if (sSharedInstance == nil) {                                                                              \
+                __atomic_store_n(&sSharedInstance, [super allocWithZone:zone], __ATOMIC_RELEASE);                      \
+                if (sSharedInstance != nil) {                                                                          \
+                    ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceNoSynch));                      \
+                }                                                                                                      \
+            }                                                                                                          \
+            return [sSharedInstance retain];                                                                           \
+        }                                                                                                              \
+    }                                                                                                                  \
+                                                                                                                       \
+    +(void)purgeSharedInstance {                                                                                       \
+        @synchronized(self) {                                                                                          \
+            if (sSharedInstance != nil) {                                                                              \
+                ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceSynch));                            \
+                ClassName* const purged = sSharedInstance;                                                             \
+                __atomic_store_n(&sSharedInstance, nil, __ATOMIC_RELEASE);                                             \
+                [purged release];                                                                                      \
+            }                                                                                                          \
+        }                                                                                                              \
+    }                                                                                                                  \
+                                                                                                                       \
+    -(id)copyWithZone : (NSZone*)zone {                                                                                \
+        return [self retain];                                                                                          \
+    }

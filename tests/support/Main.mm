@@ -1,0 +1,11 @@
+#import <Foundation/Foundation.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    @autoreleasepool {
+        ::testing::InitGoogleMock(&argc, argv);
+        return RUN_ALL_TESTS();
+    }
+}

@@ -1,0 +1,37 @@
+// Sanitizer defaults, baked into every test program so that it behaves alike under CTest, by hand and in a debugger.
+
+extern "C" {
+
+const char* __asan_default_options();
+const char* __lsan_default_options();
+const char* __lsan_default_suppressions();
+const char* __tsan_default_options();
+const char* __ubsan_default_options();
+
+// Full unwinding: with the fast unwinder every object's leak ends in an anonymous frame of GNUstep base. The free fill
+// makes a message to a freed object crash at once.
+const char* __asan_default_options() {
+    return "fast_unwind_on_malloc=0:malloc_context_size=30:detect_stack_use_after_return=1:"
+           "max_free_fill_size=4096:detect_leaks=1";
+}
+
+const char* __lsan_default_options() {
+    return "print_suppressions=0";
+}
+
+// libobjc: the runtime's class and selector tables are allocated once and live as long as the process. GNUstep base is
+// not listed: that would hide every leaked object.
+const char* __lsan_default_suppressions() {
+    return "leak:libobjc.so\n";
+}
+
+// The runtime and GNUstep base take two locks in either order during start-up; they do so on one thread.
+const char* __tsan_default_options() {
+    return "detect_deadlocks=0:halt_on_error=1";
+}
+
+const char* __ubsan_default_options() {
+    return "print_stacktrace=1:halt_on_error=1";
+}
+
+} // extern "C"

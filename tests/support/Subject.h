@@ -1,0 +1,21 @@
+// The library under test. Tests do not link it: as the core does, they load it and find its classes by name. The
+// environment variable VORN_SUBJECT names the file, so that the same programs can run against another build of it.
+#pragma once
+
+#include <string>
+
+namespace Tarvik::Vorn::Test {
+
+// Loads the library named by VORN_SUBJECT into this process, once; later calls do nothing. Main thread.
+// Ends the process with a message when the variable is missing or the library cannot be loaded.
+void LoadSubject();
+
+// The address of a symbol that the loaded library defines or sees; null when there is none.
+void* SubjectSymbol(const std::string& name);
+
+} // namespace Tarvik::Vorn::Test
+
+// Once per class of the subject that a file names directly ([VornLoginFacebook alloc]): the compiler refers to a marker
+// that only the class's own library defines, and looks the class up by name at run time.
+#define VORN_SUBJECT_CLASS(ClassName)                                                                                  \
+    asm(".weak __objc_class_name_" #ClassName "\n.set __objc_class_name_" #ClassName ", 0\n")
