@@ -24,6 +24,22 @@ if(VORN_CCACHE)
   set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${VORN_CCACHE})
 endif()
 
+# CMake 3.25 knows these of C++ on Linux but not of Objective-C++: without them a target whose sources are all .mm files
+# is linked without a soname, without a run path and without exporting its symbols.
+foreach(variable IN ITEMS
+    CMAKE_SHARED_LIBRARY_SONAME_@_FLAG
+    CMAKE_SHARED_LIBRARY_RUNTIME_@_FLAG CMAKE_SHARED_LIBRARY_RUNTIME_@_FLAG_SEP
+    CMAKE_SHARED_LIBRARY_RPATH_LINK_@_FLAG
+    CMAKE_EXECUTABLE_RUNTIME_@_FLAG CMAKE_EXECUTABLE_RUNTIME_@_FLAG_SEP
+    CMAKE_EXECUTABLE_RPATH_LINK_@_FLAG
+    CMAKE_EXE_EXPORTS_@_FLAG)
+  string(REPLACE "@" CXX of_cxx ${variable})
+  string(REPLACE "@" OBJCXX of_objcxx ${variable})
+  if(NOT DEFINED ${of_objcxx} AND DEFINED ${of_cxx})
+    set(${of_objcxx} "${${of_cxx}}")
+  endif()
+endforeach()
+
 # libc++ on the host too: std::string and std::map then lie in memory as they do on the device.
 add_compile_options($<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-stdlib=libc++>)
 add_link_options(-stdlib=libc++)

@@ -7,6 +7,8 @@
 #import <Foundation/Foundation.h>
 #import <objc/runtime.h>
 
+#include <atomic>
+
 namespace Tarvik::Vorn {
 
 // From the next send on, +[cls sharedInstance] runs the implementation of the class method `accessor`.
@@ -37,7 +39,7 @@ inline void SwitchSharedInstance(Class cls, SEL accessor) {
 // caller another; sharedInstanceSynch stores what init returned in its place, so that with no other owner a purge
 // destroys the instance.
 #define VORN_SINGLETON_FAMILY(ClassName)                                                                               \
-    static ClassName* sSharedInstance = nil;                                                                           \
+    static constinit std::atomic<ClassName*> sSharedInstance{nullptr};                                                 \
                                                                                                                        \
     +(instancetype)sharedInstance {                                                                                    \
         return [self sharedInstanceSynch];                                                                             \
@@ -45,39 +47,37 @@ inline void SwitchSharedInstance(Class cls, SEL accessor) {
                                                                                                                        \
     +(instancetype)sharedInstanceSynch {                                                                               \
         @synchronized(self) {                                                                                          \
-            if (sSharedInstance == nil) {                                                                              \
+            if (sSharedInstance.load() == nil) {                                                                       \
                 ClassName* const made = [[self alloc] init];                                                           \
-                ClassName* const stored = sSharedInstance;                                                             \
-                __atomic_store_n(&sSharedInstance, made, __ATOMIC_RELEASE);                                            \
-                [stored release];                                                                                      \
+                [sSharedInstance.exchange(made) release];                                                              \
             }                                                                                                          \
+            return sSharedInstance.load();                                                                             \
         }                                                                                                              \
-        return [self sharedInstanceNoSynch];                                                                           \
     }                                                                                                                  \
                                                                                                                        \
     +(instancetype)sharedInstanceNoSynch {                                                                             \
-        return __atomic_load_n(&sSharedInstance, __ATOMIC_ACQUIRE);                                                    \
+        return sSharedInstance.load(std::memory_order_acquire);                                                        \
     }                                                                                                                  \
                                                                                                                        \
     +(instancetype)allocWithZone : (NSZone*)zone {                                                                     \
         @synchronized(self) {                                                                                          \
-            if (sSharedInstance == nil) {                                                                              \
-                __atomic_store_n(&sSharedInstance, [super allocWithZone:zone], __ATOMIC_RELEASE);                      \
-                if (sSharedInstance != nil) {                                                                          \
-                    ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceNoSynch));                      \
+            if (sSharedInstance.load() == nil) {                                                                       \
+                ClassName* const allocated = [super allocWithZone:zone];                                               \
+                if (allocated == nil) {                                                                                \
+                    return nil;                                                                                        \
                 }                                                                                                      \
+                sSharedInstance.store(allocated);                                                                      \
+                ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceNoSynch));                          \
             }                                                                                                          \
-            return [sSharedInstance retain];                                                                           \
+            return [sSharedInstance.load() retain];                                                                    \
         }                                                                                                              \
     }                                                                                                                  \
                                                                                                                        \
     +(void)purgeSharedInstance {                                                                                       \
         @synchronized(self) {                                                                                          \
-            if (sSharedInstance != nil) {                                                                              \
+            if (sSharedInstance.load() != nil) {                                                                       \
                 ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceSynch));                            \
-                ClassName* const purged = sSharedInstance;                                                             \
-                __atomic_store_n(&sSharedInstance, nil, __ATOMIC_RELEASE);                                             \
-                [purged release];                                                                                      \
+                [sSharedInstance.exchange(nil) release];                                                               \
             }                                                                                                          \
         }                                                                                                              \
     }                                                                                                                  \

@@ -1,0 +1,66 @@
+#include "VornConsole.h"
+#include "VornSinkSlot.h"
+#include "VornTraceSink.h"
+
+namespace Tarvik::Vorn {
+namespace {
+
+// T [Vorn] File.mm:12 -[Class method:] [ seqID ] FacebookLogin {"method":"logOut"}
+// T [Vorn] File.mm:12 -[Class method:] plugin VornFacebook 1.0, channel Facebook, SDK 10.0.0
+void WriteToConsole(const VornTraceEntry& entry) {
+    std::string text = "T [Vorn] " + entry.file + ":" + std::to_string(entry.line) + " " + entry.function + " ";
+    if (entry.kind == VornTraceKind::kPlugin) {
+        text += "plugin " + entry.pluginName + " " + entry.pluginVersion + ", channel " + entry.channel + ", SDK " +
+                entry.sdkVersion;
+    } else {
+        text += "[ " + entry.seqID + " ] " + entry.module + " " + entry.extraJson;
+    }
+    WriteConsoleLine(text);
+}
+
+SinkSlot<VornTraceEntry>& TraceSlot() {
+    static auto& slot = *new SinkSlot<VornTraceEntry>(&WriteToConsole); // Never destroyed, as the mutex it uses.
+    return slot;
+}
+
+std::string OrEmpty(const char* text) {
+    return text == nullptr ? "" : text;
+}
+
+} // namespace
+
+void SetTraceSink(VornTraceSink sink) {
+    TraceSlot().Replace(std::move(sink));
+}
+
+VornTrace::VornTrace(const char* file, const char* function, int line, const char* seqID, const char* extraJson)
+    : mFile(file), mFunction(function), mLine(line), mSeqID(seqID), mExtraJson(extraJson) {}
+
+void VornTrace::traceLog(const char* module) {
+    VornTraceEntry entry;
+    entry.kind = VornTraceKind::kLog;
+    entry.file = OrEmpty(mFile);
+    entry.function = OrEmpty(mFunction);
+    entry.line = mLine;
+    entry.seqID = OrEmpty(mSeqID);
+    entry.extraJson = OrEmpty(mExtraJson);
+    entry.module = OrEmpty(module);
+    TraceSlot().Write(entry);
+}
+
+void VornTrace::tracePlugin(const char* name, const char* version, const char* channel, const char* sdkVersion) {
+    VornTraceEntry entry;
+    entry.kind = VornTraceKind::kPlugin;
+    entry.file = OrEmpty(mFile);
+    entry.function = OrEmpty(mFunction);
+    entry.line = mLine;
+    entry.seqID = OrEmpty(mSeqID);
+    entry.extraJson = OrEmpty(mExtraJson);
+    entry.pluginName = OrEmpty(name);
+    entry.pluginVersion = OrEmpty(version);
+    entry.channel = OrEmpty(channel);
+    entry.sdkVersion = OrEmpty(sdkVersion);
+    TraceSlot().Write(entry);
+}
+
+} // namespace Tarvik::Vorn

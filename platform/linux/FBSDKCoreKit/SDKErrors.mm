@@ -1,0 +1,19 @@
+#include "FBSDKCoreKit/SDKErrors.h"
+
+#include "HostExport.h"
+
+#import <FBSDKCoreKit/FBSDKCoreKit.h>
+
+VORN_HOST_EXPORT NSString* const FBSDKErrorDomain = @"com.facebook.sdk.core";
+VORN_HOST_EXPORT NSString* const FBSDKErrorDeveloperMessageKey = @"com.facebook.sdk:FBSDKErrorDeveloperMessageKey";
+VORN_HOST_EXPORT NSString* const FBSDKErrorArgumentNameKey = @"com.facebook.sdk:FBSDKErrorArgumentNameKey";
+VORN_HOST_EXPORT NSString* const FBSDKErrorArgumentValueKey = @"com.facebook.sdk:FBSDKErrorArgumentValueKey";
+
+namespace Tarvik::Vorn::Host {
+
+NSError* MakeSDKError(NSString* domain, NSInteger code, NSString* developerMessage) {
+    NSDictionary* const userInfo = developerMessage == nil ? @{} : @{FBSDKErrorDeveloperMessageKey : developerMessage};
+    return [NSError errorWithDomain:domain code:code userInfo:userInfo];
+}
+
+} // namespace Tarvik::Vorn::Host

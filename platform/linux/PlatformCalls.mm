@@ -1,0 +1,70 @@
+#include "PlatformCalls.h"
+
+#import <Foundation/Foundation.h>
+
+#include <mutex>
+#include <utility>
+
+namespace Tarvik::Vorn::Host {
+
+namespace {
+
+struct Recorder {
+    // Held while a call is entered and told, so that the listener hears the calls in the record's order. The record has
+    // a lock of its own: the listener may read it.
+    std::mutex entering;
+    PlatformCallListener listener;
+
+    std::mutex reading;
+    std::vector<PlatformCall> calls;
+};
+
+// Never destroyed: calls may come until the process ends.
+Recorder& TheRecorder() {
+    static auto& recorder = *new Recorder;
+    return recorder;
+}
+
+} // namespace
+
+namespace PlatformCalls {
+
+void Record(const std::string& className, const std::string& selector, const std::string& arguments) {
+    const PlatformCall call{className, selector, arguments, [NSThread isMainThread] != NO};
+
+    Recorder& recorder = TheRecorder();
+    const std::lock_guard entering(recorder.entering);
+    {
+        const std::lock_guard reading(recorder.reading);
+        recorder.calls.push_back(call);
+    }
+    if (recorder.listener) {
+        recorder.listener(call);
+    }
+}
+
+std::vector<PlatformCall> All() {
+    Recorder& recorder = TheRecorder();
+    const std::lock_guard reading(recorder.reading);
+    return recorder.calls;
+}
+
+void Clear() {
+    Recorder& recorder = TheRecorder();
+    const std::lock_guard reading(recorder.reading);
+    recorder.calls.clear();
+    recorder.calls.shrink_to_fit();
+}
+
+} // namespace PlatformCalls
+
+void SetPlatformCallListener(PlatformCallListener listener) {
+    Recorder& recorder = TheRecorder();
+    {
+        const std::lock_guard entering(recorder.entering);
+        std::swap(recorder.listener, listener);
+    }
+    // The former listener ends here, outside the lock.
+}
+
+} // namespace Tarvik::Vorn::Host

@@ -1,0 +1,25 @@
+#include "PlatformReset.h"
+
+#include "FBSDKCoreKit/FBSDKAccessToken+Control.h"
+#include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
+#include "FBSDKCoreKit/FBSDKSettings+Control.h"
+#include "FBSDKLoginKit/FBSDKLoginManager+Control.h"
+#include "InfoDictionary.h"
+#include "PlatformCalls.h"
+
+namespace Tarvik::Vorn::Host {
+
+void ResetPlatform() {
+    @autoreleasepool {
+        // The logins first: they hold the objects of the calling program.
+        [FBSDKLoginManager reset];
+        [FBSDKAccessToken reset];
+        [FBSDKAuthenticationToken reset];
+        [FBSDKSettings reset];
+        ResetInfoDictionary();
+    }
+    SetPlatformCallListener({});
+    PlatformCalls::Clear();
+}
+
+} // namespace Tarvik::Vorn::Host

@@ -1,0 +1,51 @@
+// vornsim: tries the Facebook channel offline. Exit statuses are told in CommandLine.h.
+
+#include "CommandLine.h"
+#include "Player.h"
+#include "VornConfig.h"
+#include "VornPlugins.h"
+
+#include <cstdio>
+#include <string>
+
+using namespace Tarvik::Vorn;
+using namespace Tarvik::Vorn::Simulator;
+
+namespace {
+
+int Reject(const std::string& message) {
+    std::fprintf(stderr, "vornsim: %s\n", message.c_str());
+    return kBadInput;
+}
+
+// Everything is read and checked before anything is played.
+int Run(const RunOptions& options) {
+    LocatedError error;
+    const std::optional<Scenario> scenario = LoadScenario(options.scenario, error);
+    if (!scenario) {
+        return Reject(error.text());
+    }
+    if (const std::optional<LocatedError> badConfig = LoadConfigFile(options.config)) {
+        return Reject(badConfig->text());
+    }
+    std::string problem;
+    if (!LoadPluginLibrary(options.plugin, problem)) {
+        return Reject(problem);
+    }
+    const id<VornLoginDelegate> loginPlugin = FindLoginPlugin("Facebook", problem);
+    if (loginPlugin == nil) {
+        return Reject(problem);
+    }
+    Transcript transcript(stdout);
+    return PlayScenario(*scenario, loginPlugin, transcript) ? kPlayed : kNotPlayed;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    @autoreleasepool {
+        int exitStatus = kBadInput;
+        const std::optional<RunOptions> options = ParseCommandLine(argc, argv, exitStatus);
+        return options ? Run(*options) : exitStatus;
+    }
+}

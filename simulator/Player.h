@@ -1,0 +1,15 @@
+// Plays a scenario: takes the part of the core, of Facebook and of the app's main run loop, and prints what happens.
+#pragma once
+
+#include "Scenario.h"
+#include "Transcript.h"
+
+#import "VornProtocols.h"
+
+namespace Tarvik::Vorn::Simulator {
+
+// Main thread. `loginPlugin` is borrowed and outlives the call. Returns false, with the reason in the transcript, when a
+// step cannot be played, such as an answer to a login that is not under way.
+bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript);
+
+} // namespace Tarvik::Vorn::Simulator

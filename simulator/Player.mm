@@ -1,0 +1,213 @@
+#include "Player.h"
+
+#include "FBSDKCoreKit/FBSDKAccessToken+Control.h"
+#include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
+#include "FBSDKCoreKit/FBSDKSettings+Control.h"
+#include "FBSDKLoginKit/LoginAnswer.h"
+#include "MainQueue+Control.h"
+#include "Observers.h"
+#include "PlatformCalls.h"
+#include "VornConfig.h"
+#include "VornDefine.h"
+#include "VornLogSink.h"
+#include "VornTraceSink.h"
+
+#include <thread>
+
+namespace Tarvik::Vorn::Simulator {
+namespace {
+
+const char* ThreadName() {
+    return [NSThread isMainThread] ? "main thread" : "another thread";
+}
+
+const char* RecordName(RecordType record) {
+    switch (record) {
+    case RecordType::kBase:
+        return "InnerBaseRet";
+    case RecordType::kFriend:
+        return "InnerFriendRet";
+    case RecordType::kLogin:
+        return "InnerLoginRet";
+    case RecordType::kLoginPlugin:
+        return "InnerLoginPluginRet";
+    }
+    __builtin_unreachable();
+}
+
+// Sends everything that can be heard of the plugin to a transcript, as long as it lives.
+class Listening {
+public:
+    explicit Listening(Transcript& transcript) {
+        SetLogSink([&transcript](const VornLogLine& line) {
+            transcript.Line(line.level == kLogDebug ? "log" : "log error",
+                            line.file + " " + line.function + ": " + line.text);
+        });
+        SetTraceSink([&transcript](const VornTraceEntry& entry) {
+            transcript.Line("trace", entry.module + " [ " + entry.seqID + " ] " + entry.extraJson);
+        });
+        Host::SetPlatformCallListener([&transcript](const Host::PlatformCall& call) {
+            transcript.Line("facebook", call.className + " " + call.selector +
+                                            (call.arguments.empty() ? "" : " (" + call.arguments + ")"));
+        });
+        SetResultListener([&transcript](unsigned observerID, const std::string& seqID, const std::string& text) {
+            transcript.Line("result", "observer " + std::to_string(observerID) + ", request \"" + seqID + "\", on the " +
+                                          ThreadName() + ": " + text);
+        });
+    }
+
+    ~Listening() {
+        SetLogSink({});
+        SetTraceSink({});
+        Host::SetPlatformCallListener({});
+        SetResultListener({});
+    }
+
+    Listening(const Listening&) = delete;
+    Listening& operator=(const Listening&) = delete;
+};
+
+Host::LoginAnswer MakeAnswer(const AnswerLoginStep& step) {
+    using Outcome = AnswerLoginStep::Outcome;
+    FBSDKAuthenticationToken* const authentication =
+        step.graphDomain.empty()
+            ? nil
+            : Host::MakeAuthenticationToken(@"authentication-token", MakeNSString(step.graphDomain));
+    switch (step.outcome) {
+    case Outcome::kSuccess:
+        return Host::LoginAnswer::Success(
+            Host::MakeAccessToken(MakeNSString(step.token), @"user", @[ @"public_profile" ]), authentication);
+    case Outcome::kLimited:
+        return Host::LoginAnswer::LimitedLogin(authentication);
+    case Outcome::kCancelled:
+        return Host::LoginAnswer::Cancelled();
+    case Outcome::kNothingGranted:
+        return Host::LoginAnswer::NothingGranted();
+    case Outcome::kBrowserNotOpened:
+        return Host::LoginAnswer::BrowserNotOpened();
+    case Outcome::kErrorMessage:
+        return Host::LoginAnswer::ErrorMessage(MakeNSString(step.message));
+    case Outcome::kError: {
+        NSDictionary* const userInfo = @{NSLocalizedDescriptionKey : MakeNSString(step.message)};
+        return Host::LoginAnswer::Failed([NSError errorWithDomain:MakeNSString(step.domain)
+                                                             code:static_cast<NSInteger>(step.code)
+                                                         userInfo:userInfo]);
+    }
+    }
+    __builtin_unreachable();
+}
+
+// Plays one kind of step each. Returns false when the step cannot be played.
+class Player {
+public:
+    Player(id<VornLoginDelegate> loginPlugin, Transcript& transcript)
+        : mLoginPlugin(loginPlugin), mTranscript(transcript) {}
+
+    bool operator()(const NoteStep& step) const {
+        mTranscript.Heading(step.text);
+        return true;
+    }
+
+    bool operator()(const ConfigureStep& step) const {
+        for (const auto& [key, value] : step.values) {
+            mTranscript.Line("configure", key + " = \"" + value + "\"");
+            SetConfigValue(key, value);
+        }
+        return true;
+    }
+
+    bool operator()(const SDKVersionStep& step) const {
+        mTranscript.Line("world", "the Facebook SDK's version is " + (step.version ? *step.version : "absent"));
+        [FBSDKSettings setSDKVersion:step.version ? MakeNSString(*step.version) : nil];
+        return true;
+    }
+
+    bool operator()(const ObserveStep& step) const {
+        mTranscript.Line("core", std::string("registers observer ") + std::to_string(step.observerID) + " for " +
+                                     RecordName(step.record));
+        if (!Observe(step.record, step.observerID)) {
+            mTranscript.Line("error", "more than " + std::to_string(kObserverSlots) + " observers of one record type");
+            return false;
+        }
+        return true;
+    }
+
+    bool operator()(const RemoveObserverStep& step) const {
+        mTranscript.Line("core", std::string("removes observer ") + std::to_string(step.observerID) + " for " +
+                                     RecordName(step.record));
+        StopObserving(step.record, step.observerID);
+        return true;
+    }
+
+    bool operator()(const LoginStep& step) const {
+        mTranscript.Line("call", "login: request \"" + step.params.seqID + "\", permissions \"" +
+                                     step.params.permissions + "\", subChannel \"" + step.params.subChannel + "\"");
+        [mLoginPlugin login:step.params];
+        mTranscript.Line("return", "login:");
+        return true;
+    }
+
+    bool operator()(const LogoutStep& step) const {
+        mTranscript.Line("call", "logout: request \"" + step.params.seqID + "\"");
+        [mLoginPlugin logout:&step.params];
+        mTranscript.Line("return", "logout:");
+        return true;
+    }
+
+    bool operator()(const AnswerLoginStep& step) const {
+        bool answered = false;
+        const auto answer = [&step, &answered, this] {
+            @autoreleasepool {
+                mTranscript.Line("answer", std::string("Facebook ends the login on the ") + ThreadName());
+                answered = Host::AnswerLogin(MakeAnswer(step));
+            }
+        };
+        if (step.background) {
+            std::thread(answer).join();
+        } else {
+            answer();
+        }
+        if (!answered) {
+            mTranscript.Line("error", "no login is under way; put a \"login\" step before this answer");
+        }
+        return answered;
+    }
+
+    bool operator()(const CommitStep& step) const {
+        mTranscript.Line("core", "commits a result of its own for observer " + std::to_string(step.observerID));
+        VornInnerObserverHolder<InnerBaseRet>::CommitToTaskQueue(InnerBaseRet(step.code), step.observerID, step.seqID);
+        mTranscript.Line("return", "CommitToTaskQueue");
+        return true;
+    }
+
+    bool operator()(const CollectStep& /*step*/) const {
+        mTranscript.Line("core", "collects its cached results; " + std::to_string(CachedResults()) + " wait");
+        const size_t collected = CollectCachedResults();
+        mTranscript.Line("core", std::to_string(collected) + " collected, " + std::to_string(CachedResults()) +
+                                     " still wait for an observer");
+        return true;
+    }
+
+private:
+    id<VornLoginDelegate> mLoginPlugin;
+    Transcript& mTranscript;
+};
+
+} // namespace
+
+bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript) {
+    const Listening listening(transcript);
+    const Player player(loginPlugin, transcript);
+    transcript.Heading(scenario.title);
+    for (const Step& step : scenario.steps) {
+        @autoreleasepool {
+            if (!std::visit(player, step)) {
+                return false;
+            }
+            Host::RunMainLoopUntilIdle(); // What the step has posted to the main thread happens before the next one.
+        }
+    }
+    return true;
+}
+
+} // namespace Tarvik::Vorn::Simulator

@@ -1,0 +1,44 @@
+#include "FacebookPlatformTest.h"
+
+@implementation VornLifeProbe
+
++ (instancetype)probeOf:(int*)alive {
+    VornLifeProbe* const probe = [[[VornLifeProbe alloc] init] autorelease];
+    probe->mAlive = alive;
+    *alive = 1;
+    return probe;
+}
+
+- (void)dealloc {
+    *mAlive = 0;
+    [super dealloc];
+}
+
+@end
+
+@implementation VornTokenWatcher
+
+- (instancetype)init {
+    self = [super init];
+    if (self != nil) {
+        [[NSNotificationCenter defaultCenter] addObserver:self
+                                                 selector:@selector(tokenDidChange:)
+                                                     name:FBSDKAccessTokenDidChangeNotification
+                                                   object:nil];
+    }
+    return self;
+}
+
+- (void)dealloc {
+    [[NSNotificationCenter defaultCenter] removeObserver:self];
+    [super dealloc];
+}
+
+- (void)tokenDidChange:(NSNotification*)notification {
+    ++posts;
+    object = [notification object];
+    accessToken = [FBSDKAccessToken currentAccessToken];
+    authenticationToken = [FBSDKAuthenticationToken currentAuthenticationToken];
+}
+
+@end

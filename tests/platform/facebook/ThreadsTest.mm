@@ -1,0 +1,119 @@
+// Stand-ins under several threads at once: nothing is lost, nothing comes twice, and the thread sanitizer is silent.
+#include "FacebookPlatformTest.h"
+
+#include <atomic>
+#include <latch>
+
+namespace Tarvik::Vorn::Test {
+namespace {
+
+constexpr int kThreads = 4;
+constexpr int kRounds = 200;
+
+// Runs `work(thread number)` on every thread, all starting together.
+void OnThreads(const std::function<void(int)>& work) {
+    std::latch start(kThreads);
+    std::vector<std::thread> threads;
+    for (int number = 0; number < kThreads; ++number) {
+        threads.emplace_back([&, number] {
+            @autoreleasepool {
+                start.arrive_and_wait();
+                work(number);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+class FacebookThreads : public FacebookPlatformTest {};
+
+TEST_F(FacebookThreads, EveryLoginIsAnsweredOrReplacedAndNoneTwice) {
+    std::atomic<int> called = 0;
+    std::atomic<int> answered = 0;
+    std::atomic<int>* const calls = &called;
+
+    OnThreads([&](int number) {
+        for (int round = 0; round < kRounds; ++round) {
+            @autoreleasepool {
+                if (number % 2 == 0) {
+                    __block int callsOfThisLogin = 0;
+                    const RetainPtr<FBSDKLoginManager*> manager = AdoptNS([[FBSDKLoginManager alloc] init]);
+                    [manager.get() logInWithPermissions:@[ @"email" ]
+                                     fromViewController:nil
+                                                handler:^(FBSDKLoginManagerLoginResult*, NSError*) {
+                                                    ++*calls;
+                                                    EXPECT_EQ(++callsOfThisLogin, 1);
+                                                }];
+                } else if (Host::AnswerLogin(Host::LoginAnswer::Cancelled())) {
+                    ++answered;
+                }
+            }
+        }
+    });
+
+    EXPECT_EQ(called, answered);
+    EXPECT_EQ([FBSDKLoginManager loginRequests].size(), static_cast<size_t>(kThreads / 2 * kRounds));
+    EXPECT_LE([FBSDKLoginManager pendingLoginCount], 1u);
+}
+
+TEST_F(FacebookThreads, TokensAreReplacedAndReadTogether) {
+    FBSDKAccessToken* const token = Host::MakeAccessToken(@"token", @"user", @[ @"email" ]);
+    std::atomic<int> wrong = 0;
+
+    OnThreads([&](int number) {
+        for (int round = 0; round < kRounds; ++round) {
+            @autoreleasepool {
+                if (number % 2 == 0) {
+                    Host::ReplaceCurrentAccessToken(round % 2 == 0 ? token : nil);
+                    Host::ReplaceCurrentAuthenticationToken(Host::MakeAuthenticationToken(@"token", @"gaming"));
+                } else {
+                    FBSDKAccessToken* const current = [FBSDKAccessToken currentAccessToken];
+                    FBSDKAuthenticationToken* const idToken = [FBSDKAuthenticationToken currentAuthenticationToken];
+                    wrong += (current != nil && Text([current tokenString]) != "token") ? 1 : 0;
+                    wrong += (idToken != nil && Text([idToken graphDomain]) != "gaming") ? 1 : 0;
+                }
+            }
+        }
+    });
+
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(FacebookThreads, SettingsAreWrittenAndReadTogether) {
+    std::atomic<int> wrong = 0;
+    [[FBSDKSettings sharedSettings] setAppID:@"0"];
+
+    OnThreads([&](int number) {
+        FBSDKSettings* const settings = [FBSDKSettings sharedSettings];
+        for (int round = 0; round < kRounds; ++round) {
+            @autoreleasepool {
+                [settings setAppID:[NSString stringWithFormat:@"%d", number]];
+                wrong += [[settings appID] length] == 1 ? 0 : 1;
+                Host::SetInfoValue(@"FacebookDisplayName", [NSString stringWithFormat:@"%d", number]);
+                wrong += [[settings displayName] length] == 0 ? 1 : 0;
+                wrong += [[settings sdkVersion] length] == 0 ? 1 : 0;
+            }
+        }
+    });
+
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(FacebookThreads, ListenerHearsEveryCallInTheOrderOfTheRecord) {
+    std::vector<Host::PlatformCall> heard; // The listener is never called twice at a time.
+    Host::SetPlatformCallListener([&heard](const Host::PlatformCall& call) { heard.push_back(call); });
+
+    OnThreads([](int number) {
+        for (int round = 0; round < kRounds; ++round) {
+            Host::PlatformCalls::Record("Class", "call", std::to_string(number) + ":" + std::to_string(round));
+        }
+    });
+
+    EXPECT_EQ(heard.size(), static_cast<size_t>(kThreads * kRounds));
+    EXPECT_EQ(heard, Host::PlatformCalls::All());
+}
+
+} // namespace
+} // namespace Tarvik::Vorn::Test
