@@ -2,7 +2,6 @@
 
 #include "VornJsonDocument.h"
 #include "VornText.h"
-#include "VornUtf8.h"
 
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
@@ -11,6 +10,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -27,17 +27,25 @@ using namespace Tarvik::Vorn;
 
 namespace {
 
-// The conversions go through UTF-16: GNUstep's, from and to UTF-8, lose a byte-order mark at the start of a text.
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
+// REQUIRES: `utf8` is valid UTF-8. It may hold NULs.
 NSString* MakeText(const std::string& utf8) {
-    const std::u16string units = Utf16FromUtf8(utf8);
-    return [NSString stringWithCharacters:reinterpret_cast<const unichar*>(units.data()) length:units.size()];
+    if (utf8.starts_with(kByteOrderMark)) { // GNUstep would drop it. Behind another character it stays.
+        return [MakeText("." + utf8) substringFromIndex:1];
+    }
+    return [[[NSString alloc] initWithBytes:utf8.data() length:utf8.size() encoding:NSUTF8StringEncoding] autorelease];
 }
 
 // Empty when the text has half a surrogate pair.
 std::optional<std::string> Utf8Of(NSString* text) {
-    std::u16string units([text length], u'\0');
-    [text getCharacters:reinterpret_cast<unichar*>(units.data()) range:NSMakeRange(0, units.size())];
-    return Utf8FromUtf16(units);
+    NSData* const utf8 = [text dataUsingEncoding:NSUTF8StringEncoding];
+    if (utf8 == nil) {
+        return std::nullopt;
+    }
+    std::string copy([utf8 length], '\0');
+    [utf8 getBytes:copy.data() length:copy.size()];
+    return copy;
 }
 
 #pragma mark - Reading

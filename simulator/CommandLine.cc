@@ -13,6 +13,7 @@ std::optional<RunOptions> ParseCommandLine(int argc, char** argv, int& exitStatu
     CLI::App* run = app.add_subcommand("run", "Plays a scenario and prints what happens.");
     run->add_option("--plugin", options.plugin, "The plugin library to load")->capture_default_str();
     run->add_option("--config", options.config, "The core's configuration, a JSON file")->required();
+    run->add_flag("--show-tokens", options.showTokens, "Show access tokens in the transcript");
     run->add_option("SCENARIO", options.scenario, "The scenario, a JSON file")->required();
 
     try {

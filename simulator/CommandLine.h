@@ -15,6 +15,7 @@ struct RunOptions {
     std::string plugin = "libVornFacebook.so"; // As dlopen takes it.
     std::string config;
     std::string scenario;
+    bool showTokens = false; // Access tokens are shown in the transcript.
 };
 
 // What `vornsim run` was asked to do. Empty when there is nothing to run: help was printed, or the command line was bad

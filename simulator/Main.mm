@@ -37,7 +37,7 @@ int Run(const RunOptions& options) {
         return Reject(problem);
     }
     Transcript transcript(stdout);
-    return PlayScenario(*scenario, loginPlugin, transcript) ? kPlayed : kNotPlayed;
+    return PlayScenario(*scenario, loginPlugin, transcript, options.showTokens) ? kPlayed : kNotPlayed;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Observers.h"
 
+#include "VornJsonDocument.h"
 #include "VornObservers.h"
 #include "VornRecordText.h"
 
@@ -12,6 +13,26 @@ namespace Tarvik::Vorn::Simulator {
 namespace {
 
 ResultListener sListener;
+bool sShowTokens = false;
+
+template <class T>
+std::string TextOf(const T& result) {
+    return RecordText(result);
+}
+
+// The reply to a login holds the player's access token, which is nobody's business in a transcript.
+std::string TextOf(const InnerLoginPluginRet& result) {
+    LocatedError error;
+    const std::optional<JsonDocument> info = JsonDocument::Parse(result.channelInfo, "channelInfo", error);
+    const JsonMember* const member = info ? info->root().Find("access_token") : nullptr;
+    const std::string* const token = member == nullptr ? nullptr : member->value.AsString();
+    if (sShowTokens || token == nullptr || token->empty()) {
+        return RecordText(result);
+    }
+    InnerLoginPluginRet shown(result);
+    shown.channelInfo = "{\"access_token\":\"<" + std::to_string(token->size()) + " bytes>\"}";
+    return RecordText(shown);
+}
 
 template <class T>
 class Slots {
@@ -44,7 +65,7 @@ private:
     template <size_t Slot>
     static void Receive(const T& result, const char* seqID) {
         if (sListener) {
-            sListener(*sIDs[Slot], seqID, RecordText(result));
+            sListener(*sIDs[Slot], seqID, TextOf(result));
         }
     }
 
@@ -79,8 +100,9 @@ auto ForRecord(RecordType record, Work work) {
 
 } // namespace
 
-void SetResultListener(ResultListener listener) {
+void SetResultListener(ResultListener listener, bool showTokens) {
     sListener = std::move(listener);
+    sShowTokens = showTokens;
 }
 
 bool Observe(RecordType record, unsigned observerID) {
@@ -97,8 +119,8 @@ size_t CollectCachedResults() {
 }
 
 size_t CachedResults() {
-    return CachedResultCount<InnerBaseRet>() + CachedResultCount<InnerFriendRet>() + CachedResultCount<InnerLoginRet>() +
-           CachedResultCount<InnerLoginPluginRet>();
+    return CachedResultCount<InnerBaseRet>() + CachedResultCount<InnerFriendRet>() +
+           CachedResultCount<InnerLoginRet>() + CachedResultCount<InnerLoginPluginRet>();
 }
 
 } // namespace Tarvik::Vorn::Simulator

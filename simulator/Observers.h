@@ -12,10 +12,12 @@ namespace Tarvik::Vorn::Simulator {
 // How many observers of one record type a scenario can have at once.
 inline constexpr size_t kObserverSlots = 64;
 
-using ResultListener = std::function<void(unsigned observerID, const std::string& seqID, const std::string& recordText)>;
+using ResultListener =
+    std::function<void(unsigned observerID, const std::string& seqID, const std::string& recordText)>;
 
-// Every observer below hands what it receives to `listener`; an empty function ends it.
-void SetResultListener(ResultListener listener);
+// Every observer below hands what it receives to `listener`; an empty function ends it. Of an access token the text says
+// only how long it is, unless `showTokens`.
+void SetResultListener(ResultListener listener, bool showTokens = false);
 
 // Registers an observer with the core. False when all functions of its record type are taken.
 bool Observe(RecordType record, unsigned observerID);

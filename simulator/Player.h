@@ -10,6 +10,7 @@ namespace Tarvik::Vorn::Simulator {
 
 // Main thread. `loginPlugin` is borrowed and outlives the call. Returns false, with the reason in the transcript, when a
 // step cannot be played, such as an answer to a login that is not under way.
-bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript);
+// `showTokens`: the transcript shows access tokens.
+bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript, bool showTokens);
 
 } // namespace Tarvik::Vorn::Simulator

@@ -18,7 +18,7 @@ namespace Tarvik::Vorn::Simulator {
 namespace {
 
 const char* ThreadName() {
-    return [NSThread isMainThread] ? "main thread" : "another thread";
+    return [NSThread isMainThread] ? "the main thread" : "another thread";
 }
 
 const char* RecordName(RecordType record) {
@@ -38,7 +38,7 @@ const char* RecordName(RecordType record) {
 // Sends everything that can be heard of the plugin to a transcript, as long as it lives.
 class Listening {
 public:
-    explicit Listening(Transcript& transcript) {
+    Listening(Transcript& transcript, bool showTokens) {
         SetLogSink([&transcript](const VornLogLine& line) {
             transcript.Line(line.level == kLogDebug ? "log" : "log error",
                             line.file + " " + line.function + ": " + line.text);
@@ -50,10 +50,12 @@ public:
             transcript.Line("facebook", call.className + " " + call.selector +
                                             (call.arguments.empty() ? "" : " (" + call.arguments + ")"));
         });
-        SetResultListener([&transcript](unsigned observerID, const std::string& seqID, const std::string& text) {
-            transcript.Line("result", "observer " + std::to_string(observerID) + ", request \"" + seqID + "\", on the " +
-                                          ThreadName() + ": " + text);
-        });
+        SetResultListener(
+            [&transcript](unsigned observerID, const std::string& seqID, const std::string& text) {
+                transcript.Line("result", "observer " + std::to_string(observerID) + ", request \"" + seqID +
+                                              "\", on " + ThreadName() + ": " + text);
+            },
+            showTokens);
     }
 
     ~Listening() {
@@ -158,7 +160,7 @@ public:
         bool answered = false;
         const auto answer = [&step, &answered, this] {
             @autoreleasepool {
-                mTranscript.Line("answer", std::string("Facebook ends the login on the ") + ThreadName());
+                mTranscript.Line("answer", std::string("Facebook ends the login on ") + ThreadName());
                 answered = Host::AnswerLogin(MakeAnswer(step));
             }
         };
@@ -195,8 +197,9 @@ private:
 
 } // namespace
 
-bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript) {
-    const Listening listening(transcript);
+bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript,
+                  bool showTokens) {
+    const Listening listening(transcript, showTokens);
     const Player player(loginPlugin, transcript);
     transcript.Heading(scenario.title);
     for (const Step& step : scenario.steps) {

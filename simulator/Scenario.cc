@@ -21,7 +21,8 @@ public:
         if (Check(mDocument.Expect(root, JsonKind::kObject, "the scenario", mError)) &&
             Check(mDocument.ExpectKnownKeys(root, {"title", "steps"}, mError))) {
             scenario.title = Text(root, "title");
-            const JsonValue* steps = mFailed ? nullptr : mDocument.RequireMember(root, "steps", JsonKind::kArray, mError);
+            const JsonValue* steps =
+                mFailed ? nullptr : mDocument.RequireMember(root, "steps", JsonKind::kArray, mError);
             if (Check(steps != nullptr)) {
                 for (const JsonValue& step : *steps->AsArray()) {
                     AddStep(step, scenario.steps);
@@ -167,7 +168,8 @@ private:
         }
         if (step.outcome == Outcome::kError) {
             step.domain = Text(value, "domain");
-            step.code = Integer(value, "code", std::numeric_limits<int64_t>::min(), std::numeric_limits<int64_t>::max());
+            step.code =
+                Integer(value, "code", std::numeric_limits<int64_t>::min(), std::numeric_limits<int64_t>::max());
         }
         return step;
     }
@@ -241,7 +243,8 @@ private:
     }
 
     template <class T>
-    T Choice(const JsonValue& object, std::string_view key, std::initializer_list<std::pair<std::string_view, T>> choices) {
+    T Choice(const JsonValue& object, std::string_view key,
+             std::initializer_list<std::pair<std::string_view, T>> choices) {
         const JsonValue* member = Member(object, key, JsonKind::kString);
         return member == nullptr ? T{} : Chosen(*member, key, choices);
     }
@@ -258,7 +261,8 @@ private:
     }
 
     template <class T>
-    T Chosen(const JsonValue& value, std::string_view key, std::initializer_list<std::pair<std::string_view, T>> choices) {
+    T Chosen(const JsonValue& value, std::string_view key,
+             std::initializer_list<std::pair<std::string_view, T>> choices) {
         std::string names;
         for (const auto& [name, choice] : choices) {
             if (*value.AsString() == name) {

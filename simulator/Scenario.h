@@ -52,12 +52,12 @@ struct AnswerLoginStep {
     enum class Outcome { kSuccess, kLimited, kCancelled, kNothingGranted, kBrowserNotOpened, kErrorMessage, kError };
 
     Outcome outcome = Outcome::kSuccess;
-    std::string token;          // kSuccess: the access token's text.
-    std::string graphDomain;    // kSuccess, kLimited: of the authentication token; empty for none.
-    std::string message;        // kErrorMessage, kError: the text.
-    std::string domain;         // kError.
-    int64_t code = 0;           // kError.
-    bool background = false;    // On another thread than the main one.
+    std::string token;       // kSuccess: the access token's text.
+    std::string graphDomain; // kSuccess, kLimited: of the authentication token; empty for none.
+    std::string message;     // kErrorMessage, kError: the text.
+    std::string domain;      // kError.
+    int64_t code = 0;        // kError.
+    bool background = false; // On another thread than the main one.
 };
 
 // Something else in the core commits a result of its own.
@@ -70,8 +70,8 @@ struct CommitStep {
 // The core hands cached results to the observers that are registered by now.
 struct CollectStep {};
 
-using Step = std::variant<NoteStep, ConfigureStep, SDKVersionStep, ObserveStep, RemoveObserverStep, LoginStep, LogoutStep,
-                          AnswerLoginStep, CommitStep, CollectStep>;
+using Step = std::variant<NoteStep, ConfigureStep, SDKVersionStep, ObserveStep, RemoveObserverStep, LoginStep,
+                          LogoutStep, AnswerLoginStep, CommitStep, CollectStep>;
 
 struct Scenario {
     std::string title;

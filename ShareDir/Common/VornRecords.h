@@ -126,6 +126,7 @@ public:
         }
     }
 
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): copying first makes it safe.
     Vector& operator=(const Vector& other) {
         Vector copy(other);
         Swap(copy);
@@ -304,6 +305,7 @@ struct VORN_API VornLoginParams : VornBaseParams {
 // A result that waits for its delivery.
 template <class T>
 struct VORN_API VornCallBackParams {
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): the core calls it with the text by value.
     VornCallBackParams(const T& ret, uint32_t observerID, String seqID)
         : mRet(ret), mObserverID(observerID), mSeqID(seqID) {}
 

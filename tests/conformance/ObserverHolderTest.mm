@@ -103,9 +103,9 @@ TYPED_TEST(ObserverHolderTest, SaysThatItDispatchesAndWhomItCalls) {
     this->DrainMainQueue();
 
     const std::string address = this->AddressOf(&ResultRecorder::Keep<TypeParam, 31>);
-    EXPECT_THAT(this->Log().LinesOf(kFile),
-                ElementsAre(Debug(kFile, "CommitToTaskQueue", "DispatchAsyncMainThread 31"),
-                            Debug(kFile, "CallbackOnMainThread", "observer address " + address + " of observerID : 31")));
+    EXPECT_THAT(this->Log().LinesOf(kFile), ElementsAre(Debug(kFile, "CommitToTaskQueue", "DispatchAsyncMainThread 31"),
+                                                        Debug(kFile, "CallbackOnMainThread",
+                                                              "observer address " + address + " of observerID : 31")));
 }
 
 TYPED_TEST(ObserverHolderTest, DeliversInTheOrderOfTheCommits) {
@@ -160,9 +160,9 @@ TYPED_TEST(ObserverHolderTest, KeptObserver107IsCalledAtOnceOnTheCommittingThrea
     ASSERT_THAT(ResultRecorder::Deliveries(), ElementsAre(Delivery{107, "s1", this->TextOf(5), {}}));
     EXPECT_EQ(ResultRecorder::Deliveries()[0].thread, committer);
     const std::string address = this->AddressOf(&ResultRecorder::Keep<TypeParam, 107>);
-    EXPECT_THAT(this->Log().LinesOf(kFile),
-                ElementsAre(Debug(kFile, "CommitToTaskQueue", "CallbackOnMainThread 107"),
-                            Debug(kFile, "CallbackOnMainThread", "observer address " + address + " of observerID : 107")));
+    EXPECT_THAT(this->Log().LinesOf(kFile), ElementsAre(Debug(kFile, "CommitToTaskQueue", "CallbackOnMainThread 107"),
+                                                        Debug(kFile, "CallbackOnMainThread",
+                                                              "observer address " + address + " of observerID : 107")));
 }
 
 TYPED_TEST(ObserverHolderTest, ItsNeighboursOf107AreNotServedAtOnce) {

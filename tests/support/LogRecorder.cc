@@ -26,7 +26,8 @@ void PrintTo(const TraceLine& line, std::ostream* out) {
 LogRecorder::LogRecorder() : mState(std::make_shared<State>()) {
     SetLogSink([state = mState](const VornLogLine& line) {
         const std::lock_guard lock(state->mutex);
-        state->lines.push_back({line.level, std::string(line.file), std::string(line.function), std::string(line.text)});
+        state->lines.push_back(
+            {line.level, std::string(line.file), std::string(line.function), std::string(line.text)});
         state->transcript.push_back("log " + std::string(line.text));
     });
     SetTraceSink([state = mState](const VornTraceEntry& entry) {

@@ -51,8 +51,8 @@ TEST(VornLog, TracesCarryFileAndFunctionOfTheirStatement) {
 
     WriteOneOfEach();
 
-    EXPECT_THAT(log.Traces(), ElementsAre(TraceLine{"VornLogTest.cc", "WriteOneOfEach", "s1",
-                                                    "{\"method\":\"logOut\"}", "FacebookLogin"}));
+    EXPECT_THAT(log.Traces(), ElementsAre(TraceLine{"VornLogTest.cc", "WriteOneOfEach", "s1", "{\"method\":\"logOut\"}",
+                                                    "FacebookLogin"}));
 }
 
 TEST(VornLog, PercentSignsInArgumentsAreTextAndNotFormat) {

@@ -279,17 +279,15 @@ void PrintTo(const VersionCase& value, std::ostream* out) {
 
 class KeptVersionOrder : public LoginTest, public ::testing::WithParamInterface<VersionCase> {};
 
-INSTANTIATE_TEST_SUITE_P(Versions, KeptVersionOrder,
-                         ::testing::Values(VersionCase{"6.4.0", true}, VersionCase{"6.4.1", true},
-                                           VersionCase{"6.4.0.1", true}, VersionCase{"6.5.2", true},
-                                           VersionCase{"7.1.1", true}, VersionCase{"9.3.0", true},
-                                           VersionCase{"v18.1.0", true}, VersionCase{"6.3.9", false},
-                                           VersionCase{"6.4", false}, VersionCase{"6.4.", false},
-                                           VersionCase{"6.10.0", false}, VersionCase{"5.15.1", false},
-                                           VersionCase{"10.0.0", false}, VersionCase{"10.1.0", false},
-                                           VersionCase{"15.0.0", false}, VersionCase{"17.0.0", false},
-                                           VersionCase{"18.1.0", false}, VersionCase{"", false},
-                                           VersionCase{nullptr, false}));
+INSTANTIATE_TEST_SUITE_P(
+    Versions, KeptVersionOrder,
+    ::testing::Values(VersionCase{"6.4.0", true}, VersionCase{"6.4.1", true}, VersionCase{"6.4.0.1", true},
+                      VersionCase{"6.5.2", true}, VersionCase{"7.1.1", true}, VersionCase{"9.3.0", true},
+                      VersionCase{"v18.1.0", true}, VersionCase{"6.3.9", false}, VersionCase{"6.4", false},
+                      VersionCase{"6.4.", false}, VersionCase{"6.10.0", false}, VersionCase{"5.15.1", false},
+                      VersionCase{"10.0.0", false}, VersionCase{"10.1.0", false}, VersionCase{"15.0.0", false},
+                      VersionCase{"17.0.0", false}, VersionCase{"18.1.0", false}, VersionCase{"", false},
+                      VersionCase{nullptr, false}));
 
 TEST_P(KeptVersionOrder, ComparesAsTextsInGameMode) {
     const VersionCase& given = GetParam();
@@ -322,9 +320,9 @@ TEST_F(LoginTest, TheVersionDoesNotMatterOutsideGameMode) {
 TEST_F(LoginTest, SaysWhatItIsAskedFor) {
     Login({.seqID = "s7", .methodID = -5, .permissions = "a,b", .extraJson = "{\"k\":1}"});
 
-    EXPECT_THAT(Log().LinesOf(kFile),
-                ElementsAre(Debug(kFile, kLogin,
-                                  "[ s7 ] methodID = -5, login with permissions = a,b,  extra = {\"k\":1}")));
+    EXPECT_THAT(
+        Log().LinesOf(kFile),
+        ElementsAre(Debug(kFile, kLogin, "[ s7 ] methodID = -5, login with permissions = a,b,  extra = {\"k\":1}")));
 }
 
 TEST_F(LoginTest, EmptyTextsAreLoggedAsEmpty) {
@@ -344,8 +342,8 @@ TEST_F(LoginTest, PercentSignsInRequestTextsAreText) {
 TEST_F(LoginTest, TracesTheCallUnderItsModule) {
     Login({.seqID = "s7"});
 
-    EXPECT_THAT(Log().Traces(), ElementsAre(TraceLine{kFile, kLogin, "s7",
-                                                      "{\"method\":\"logInWithReadPermissions\"}", "FacebookLogin"}));
+    EXPECT_THAT(Log().Traces(), ElementsAre(TraceLine{kFile, kLogin, "s7", "{\"method\":\"logInWithReadPermissions\"}",
+                                                      "FacebookLogin"}));
 }
 
 // What is written and what is asked of Facebook, in one list.
@@ -476,11 +474,11 @@ TEST_F(LoginTest, AnErrorDeliversCode9999WithItsCodeAndText) {
     Log().Clear();
     Answer(LoginAnswer::Failed(MakeError(@"Zugriff verweigert – später", 190)));
 
-    EXPECT_THAT(Delivered(), ElementsAre(Failure("s7", 321, 9999, VornUtils::GetRetMsg(9999), 190,
-                                                 "Zugriff verweigert – später")));
-    EXPECT_THAT(Log().LinesOf(kFile),
-                ElementsAre(Error(kFile, kHandler,
-                                  "[ s7 ] login facebook error. [error]=Zugriff verweigert – später")));
+    EXPECT_THAT(Delivered(),
+                ElementsAre(Failure("s7", 321, 9999, VornUtils::GetRetMsg(9999), 190, "Zugriff verweigert – später")));
+    EXPECT_THAT(
+        Log().LinesOf(kFile),
+        ElementsAre(Error(kFile, kHandler, "[ s7 ] login facebook error. [error]=Zugriff verweigert – später")));
 }
 
 TEST_F(LoginTest, AnErrorsCodeIsNarrowedTo32Bits) {
@@ -667,9 +665,8 @@ TEST_F(LoginTest, LogoutSaysSoAndTraces) {
 TEST_F(OrderTest, LogoutLogsThenLogsOutThenCommitsThenTraces) {
     Logout("s9");
 
-    EXPECT_THAT(Log().Transcript(),
-                ElementsAre("log [ s9 ] logout facebook success", "call logOut", "log DispatchAsyncMainThread 108",
-                            "trace {\"method\":\"logOut\"}"));
+    EXPECT_THAT(Log().Transcript(), ElementsAre("log [ s9 ] logout facebook success", "call logOut",
+                                                "log DispatchAsyncMainThread 108", "trace {\"method\":\"logOut\"}"));
 }
 
 TEST_F(LoginTest, LogoutClearsTheCurrentTokens) {

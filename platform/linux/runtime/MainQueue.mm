@@ -1,4 +1,8 @@
-// The main queue: a list of work, and one pending wake of the main thread's run loop.
+// The main queue: a list of work, and an event descriptor that wakes the main thread's run loop.
+//
+// The descriptor is a source of the run loop, so that runMode:beforeDate: returns after it has run the queue, as on
+// Apple. GNUstep's performSelectorOnMainThread: would not do: what it performs for the main thread itself is no source,
+// and without a run loop it performs at once, on the posting thread.
 
 #include "MainQueue+Control.h"
 
@@ -10,16 +14,19 @@
 #import <Foundation/Foundation.h>
 #include <dispatch/dispatch.h>
 
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
 #include <deque>
-#include <iterator>
 #include <mutex>
+#include <sys/eventfd.h>
+#include <unistd.h>
 #include <utility>
 
 struct dispatch_queue_s {};
 
-// Receives the wake in the main thread's run loop.
+// Receives the wakes in the main thread's run loop.
 @interface VornHostMainQueue : NSObject
-+ (void)runQueue;
 @end
 
 namespace Tarvik::Vorn::Host {
@@ -34,9 +41,10 @@ struct Work {
 struct MainQueue {
     std::mutex mutex;
     std::deque<Work> queued;
-    // A wake is on its way to the run loop. Kept apart from "the queue was empty": tests empty the queue directly, and
-    // wakes would pile up in a run loop that does not run.
+    // The descriptor was written and not read yet. Kept apart from "the queue was empty": tests empty the queue
+    // directly, without the run loop.
     bool wakePending = false;
+    const int wakeDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     // Work is being run, in this or an outer frame of the main thread. Main thread only.
     bool running = false;
     dispatch_queue_s handle;
@@ -54,23 +62,28 @@ void RequireMainThread(const char* function) {
     }
 }
 
-void Wake() {
-    @autoreleasepool {
-        [VornHostMainQueue performSelectorOnMainThread:@selector(runQueue) withObject:nil waitUntilDone:NO];
+// REQUIRES: the mutex is held.
+void WakeUnlessPending(MainQueue& queue) {
+    const uint64_t one = 1;
+    if (!std::exchange(queue.wakePending, true) && write(queue.wakeDescriptor, &one, sizeof one) != sizeof one) {
+        FatalError("the main thread's run loop could not be woken: %s", std::strerror(errno));
+    }
+}
+
+void TakeWake() {
+    uint64_t count = 0;
+    MainQueue& queue = Queue();
+    const std::lock_guard lock(queue.mutex);
+    if (read(queue.wakeDescriptor, &count, sizeof count) == sizeof count) {
+        queue.wakePending = false;
     }
 }
 
 void Post(const Work& work) {
     MainQueue& queue = Queue();
-    bool wake = false;
-    {
-        const std::lock_guard lock(queue.mutex);
-        queue.queued.push_back(work);
-        wake = !std::exchange(queue.wakePending, true);
-    }
-    if (wake) {
-        Wake();
-    }
+    const std::lock_guard lock(queue.mutex);
+    queue.queued.push_back(work);
+    WakeUnlessPending(queue);
 }
 
 // One pass over what is queued when it begins. Leaving it, also by an exception, puts back what was not run.
@@ -86,15 +99,10 @@ public:
     ~Pass() {
         MainQueue& queue = Queue();
         queue.running = false;
-        bool wake = false;
-        {
-            const std::lock_guard lock(queue.mutex);
-            queue.queued.insert(queue.queued.begin(), mBatch.begin(), mBatch.end());
-            // A nested run loop may have used the wake up without running the queue.
-            wake = !queue.queued.empty() && !std::exchange(queue.wakePending, true);
-        }
-        if (wake) {
-            Wake();
+        const std::lock_guard lock(queue.mutex);
+        queue.queued.insert(queue.queued.begin(), mBatch.begin(), mBatch.end());
+        if (!queue.queued.empty()) {
+            WakeUnlessPending(queue); // A nested run loop may have taken the wake without running the queue.
         }
     }
 
@@ -193,23 +201,30 @@ size_t DiscardMainQueue() {
 
 @implementation VornHostMainQueue
 
-// The library is loaded on the main thread. Until that thread has a run loop, GNUstep performs at once, and on the
-// posting thread, what is meant for the main thread.
+// The library is loaded on the main thread, whose run loop is made here. Without one, GNUstep performs on the posting
+// thread, and at once, whatever is meant for the main thread.
 + (void)load {
+    using namespace Tarvik::Vorn::Host;
     @autoreleasepool {
-        if ([NSThread isMainThread]) {
-            (void)[NSRunLoop currentRunLoop];
+        RequireMainThread("loading libVornHostRuntime.so");
+        const int descriptor = Queue().wakeDescriptor;
+        if (descriptor < 0) {
+            FatalError("no event descriptor for the main queue: %s", std::strerror(errno));
         }
+        [[NSRunLoop currentRunLoop] addEvent:reinterpret_cast<void*>(static_cast<intptr_t>(descriptor))
+                                        type:ET_RDESC
+                                     watcher:static_cast<id>(self)
+                                     forMode:NSDefaultRunLoopMode];
     }
 }
 
-+ (void)runQueue {
++ (void)receivedEvent:(void*)data type:(RunLoopEventType)type extra:(void*)extra forMode:(NSString*)mode {
     using namespace Tarvik::Vorn::Host;
-    {
-        MainQueue& queue = Queue();
-        const std::lock_guard lock(queue.mutex);
-        queue.wakePending = false;
-    }
+    (void)data;
+    (void)type;
+    (void)extra;
+    (void)mode;
+    TakeWake();
     CallOrEndProcess([](void*) { DrainMainQueue(); }, nullptr);
 }
 

@@ -226,8 +226,8 @@ TEST(JsonPlaces, ValueBehindANestedOneIsPlacedRight) {
 TEST(JsonPlaces, TextWithCommasAndColonsDoesNotShiftTheNext) {
     const JsonValue root = RootOf("{\",: \":\" ,:\",\"b\":2}");
 
-    EXPECT_EQ(PlaceOf(root.Find(",: ")->value), "1:7");
-    EXPECT_EQ(PlaceOf(root.Find("b")->keyLocation), "1:13");
+    EXPECT_EQ(PlaceOf(root.Find(",: ")->value), "1:8");
+    EXPECT_EQ(PlaceOf(root.Find("b")->keyLocation), "1:14");
 }
 
 TEST(JsonPlaces, CarriageReturnsBelongToTheLineThatEnds) {

@@ -342,6 +342,7 @@ TEST_F(Logger, SinkIsCalledForOneLineAtATime) {
 TEST_F(Logger, OldSinkIsNotRunningAnyMoreOnceItIsReplaced) {
     std::atomic<int> lines = 0;
     std::atomic<bool> stop = false;
+    SetLogSink([](const VornLogLine&) {});
     std::vector<std::thread> threads;
     for (int number = 0; number < kThreads; ++number) {
         threads.emplace_back([&] {

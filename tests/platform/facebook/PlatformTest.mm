@@ -31,7 +31,7 @@ struct ProbeState {
 // What an app derives from a stand-in: with an instance variable of its own, of an odd size.
 @interface VornDerivedStateProbe : VornStateProbe {
 @public
-    char mOdd[3];
+    char mOdd[19];
 }
 @end
 
@@ -192,7 +192,7 @@ TEST_F(StandInState, StandsBehindTheVariablesOfASubclass) {
 
     state.aligned = 2.5L;
 
-    EXPECT_EQ(std::string(object.get()->mOdd, 3), "xxx");
+    EXPECT_EQ(std::string(object.get()->mOdd, 19), std::string(19, 'x'));
     EXPECT_EQ(reinterpret_cast<uintptr_t>(&state) % alignof(ProbeState), 0u);
     EXPECT_GE(reinterpret_cast<const char*>(&state), std::end(object.get()->mOdd));
 }

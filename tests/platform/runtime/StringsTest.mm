@@ -173,6 +173,23 @@ TEST_F(HostStrings, IntValueStopsAtTheEndsOfItsRange) {
     EXPECT_EQ([@"99999999999" intValue], INT_MAX);
 }
 
+TEST_F(HostStrings, ATextWithHalfASurrogatePairHasNoUTF8Form) {
+    NSMutableString* halfAnEmoji = [NSMutableString stringWithString:@"a😀b"];
+    [halfAnEmoji deleteCharactersInRange:NSMakeRange(2, 1)];
+
+    EXPECT_EQ([halfAnEmoji UTF8String], nullptr);
+    EXPECT_EQ([[[halfAnEmoji copy] autorelease] UTF8String], nullptr);
+}
+
+TEST_F(HostStrings, TextsOfEveryClassHaveTheirUTF8Form) {
+    for (const char* text : {"", "abc", "é中😀"}) {
+        for (NSString* string in StringsOfEveryClass(text)) {
+            EXPECT_STREQ([string UTF8String], text);
+        }
+    }
+    EXPECT_STREQ([@"é中😀" UTF8String], "é中😀");
+}
+
 TEST_F(HostStrings, ComparingWithNilDoesNotRaise) {
     NSString* const nothing = nil;
 

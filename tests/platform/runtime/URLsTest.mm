@@ -158,10 +158,10 @@ TEST_F(HostURLs, RelativeURLsAreResolvedAsBefore) {
 }
 
 TEST_F(HostURLs, ATextThatIsNoUnicodeMakesNoURL) {
-    const unichar lone = 0xD83D;
-    NSString* text = [NSString stringWithCharacters:&lone length:1];
+    NSMutableString* halfAnEmoji = [NSMutableString stringWithString:@"😀"];
+    [halfAnEmoji deleteCharactersInRange:NSMakeRange(1, 1)];
 
-    EXPECT_EQ([NSURL URLWithString:text], nil);
+    EXPECT_EQ([NSURL URLWithString:halfAnEmoji], nil);
 }
 
 } // namespace

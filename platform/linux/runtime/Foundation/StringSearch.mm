@@ -1,7 +1,8 @@
 // Searching in strings as Apple documents it.
 //
 // GNUstep ignores NSRegularExpressionSearch when it replaces, answers an invalid pattern with an arbitrary range, and
-// finds an empty text at the start; on Apple an empty text and an invalid pattern are found nowhere.
+// finds an empty text at the start; on Apple an empty text and an invalid pattern are found nowhere. The replacing
+// methods of its NSRegularExpression overlook their range and options, so only its matches are used here.
 
 #include "MethodReplacement.h"
 
@@ -47,20 +48,31 @@ void RequireArguments(NSString* receiver, SEL selector, NSString* target, NSStri
     }
 }
 
+// Replaces in `text` what the pattern matches, and returns how often.
+NSUInteger ReplaceMatches(NSMutableString* text, NSString* pattern, NSString* replacement, NSStringCompareOptions options,
+                          NSRange range) {
+    NSString* const original = [[text copy] autorelease];
+    NSRegularExpression* const expression = Expression(pattern, options);
+    NSArray* const matches = [expression matchesInString:original options:MatchingOptions(options) range:range];
+    for (NSTextCheckingResult* match in [matches reverseObjectEnumerator]) { // Backwards: the ranges stay valid.
+        NSString* filledIn = [expression replacementStringForResult:match
+                                                           inString:original
+                                                             offset:0
+                                                           template:replacement];
+        [text replaceCharactersInRange:[match range] withString:filledIn];
+    }
+    return [matches count];
+}
+
 NSString* Replacing(NSString* self, SEL selector, NSString* target, NSString* replacement,
                     NSStringCompareOptions options, NSRange range) {
     if (!IsRegularExpression(options)) {
         return sReplacing(self, selector, target, replacement, options, range);
     }
     RequireArguments(self, selector, target, replacement, range);
-    NSRegularExpression* expression = Expression(target, options);
-    if (expression == nil) {
-        return [[self copy] autorelease];
-    }
-    return [expression stringByReplacingMatchesInString:self
-                                                options:MatchingOptions(options)
-                                                  range:range
-                                           withTemplate:replacement];
+    NSMutableString* const text = [[self mutableCopy] autorelease];
+    ReplaceMatches(text, target, replacement, options, range);
+    return [[text copy] autorelease];
 }
 
 NSUInteger ReplaceInPlace(NSMutableString* self, SEL selector, NSString* target, NSString* replacement,
@@ -69,14 +81,7 @@ NSUInteger ReplaceInPlace(NSMutableString* self, SEL selector, NSString* target,
         return sReplaceInPlace(self, selector, target, replacement, options, range);
     }
     RequireArguments(self, selector, target, replacement, range);
-    NSRegularExpression* expression = Expression(target, options);
-    if (expression == nil) {
-        return 0;
-    }
-    return [expression replaceMatchesInString:self
-                                      options:MatchingOptions(options)
-                                        range:range
-                                 withTemplate:replacement];
+    return ReplaceMatches(self, target, replacement, options, range);
 }
 
 // The other rangeOfString methods end here.

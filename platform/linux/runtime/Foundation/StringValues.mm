@@ -1,12 +1,14 @@
-// Small differences of NSString: numbers beyond 32 bits, and comparing with nil.
+// Small differences of NSString: numbers beyond 32 bits, comparing with nil, and texts that have no UTF-8 form.
 
 #include "MethodReplacement.h"
 
 #include <algorithm>
 #include <climits>
+#include <initializer_list>
 
 using Tarvik::Vorn::Host::ReplaceInCluster;
 using Tarvik::Vorn::Host::ReplaceMethod;
+using Tarvik::Vorn::Host::ReplaceMethodBody;
 
 namespace {
 
@@ -24,6 +26,17 @@ NSComparisonResult Compare(NSString* self, SEL selector, NSString* other) {
     return other == nil ? NSOrderedDescending : sCompare(self, selector, other);
 }
 
+// GNUstep raises for a text with half a surrogate pair; Apple returns NULL.
+const char* UTF8String(NSString* self, SEL) {
+    NSData* const utf8 = [self dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:NO];
+    if (utf8 == nil) {
+        return nullptr;
+    }
+    NSMutableData* const terminated = [NSMutableData dataWithData:utf8];
+    [terminated appendBytes:"" length:1];
+    return static_cast<const char*>([terminated bytes]);
+}
+
 } // namespace
 
 @interface VornHostStringValues : NSObject
@@ -35,6 +48,11 @@ NSComparisonResult Compare(NSString* self, SEL selector, NSString* other) {
     @autoreleasepool {
         ReplaceInCluster([NSString class], @selector(intValue), IntValue);
         ReplaceMethod([NSString class], @selector(compare:), Compare, &sCompare);
+        // The other classes hold literals and single bytes, which have no surrogates.
+        for (Class owner : {[NSString class], objc_getRequiredClass("GSUnicodeString"),
+                            objc_getRequiredClass("GSMutableString")}) {
+            ReplaceMethodBody(owner, @selector(UTF8String), reinterpret_cast<IMP>(UTF8String));
+        }
     }
 }
 

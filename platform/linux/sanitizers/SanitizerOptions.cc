@@ -1,4 +1,4 @@
-// Sanitizer defaults, baked into every test program so that it behaves alike under CTest, by hand and in a debugger.
+// Sanitizer defaults, baked into every program so that it behaves alike under CTest, by hand and in a debugger.
 
 extern "C" {
 

@@ -1,0 +1,280 @@
+// Scenario files: every step with all it can say, and how a file that cannot be used is refused.
+
+#include "Scenario.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace Tarvik::Vorn::Test {
+namespace {
+
+using namespace Tarvik::Vorn::Simulator;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::Pair;
+using ::testing::SizeIs;
+
+class ScenarioTest : public ::testing::Test {
+protected:
+    ScenarioTest() {
+        std::string pattern = ::testing::TempDir() + "scenario-XXXXXX";
+        mFolder = mkdtemp(pattern.data());
+    }
+
+    ~ScenarioTest() override { std::filesystem::remove_all(mFolder); }
+
+    std::string Path() const { return (mFolder / "test.scenario.json").string(); }
+
+    std::optional<Scenario> Load(const std::string& text, LocatedError& error) const {
+        std::ofstream(Path()) << text;
+        return LoadScenario(Path(), error);
+    }
+
+    // A scenario whose steps begin in the first column of line 4.
+    static std::string StepsOf(const std::string& steps) {
+        return "{\n  \"title\": \"test\",\n  \"steps\": [\n" + steps + "\n  ]\n}\n";
+    }
+
+    // The only step of a scenario that is expected to be good.
+    template <class T>
+    T TheStep(const std::string& step) const {
+        LocatedError error;
+        const auto scenario = Load(StepsOf(step), error);
+        if (!scenario || scenario->steps.size() != 1 || !std::holds_alternative<T>(scenario->steps[0])) {
+            ADD_FAILURE() << "not read as this step: " << step << " " << error.text();
+            return {};
+        }
+        return std::get<T>(scenario->steps[0]);
+    }
+
+private:
+    std::filesystem::path mFolder;
+};
+
+// ---- Good files
+
+TEST_F(ScenarioTest, TitleAndStepsAreReadInOrder) {
+    LocatedError error;
+
+    const auto scenario =
+        Load(R"({"steps": [{"note": "first"}, {"collect": {}}, {"note": "last"}], "title": "A title"})", error);
+
+    ASSERT_TRUE(scenario.has_value()) << error.text();
+    EXPECT_EQ(scenario->title, "A title");
+    ASSERT_THAT(scenario->steps, SizeIs(3));
+    EXPECT_EQ(std::get<NoteStep>(scenario->steps[0]).text, "first");
+    EXPECT_TRUE(std::holds_alternative<CollectStep>(scenario->steps[1]));
+    EXPECT_EQ(std::get<NoteStep>(scenario->steps[2]).text, "last");
+}
+
+TEST_F(ScenarioTest, AScenarioMayHaveNoSteps) {
+    LocatedError error;
+
+    const auto scenario = Load(R"({"title": "t", "steps": []})", error);
+
+    ASSERT_TRUE(scenario.has_value()) << error.text();
+    EXPECT_THAT(scenario->steps, IsEmpty());
+}
+
+TEST_F(ScenarioTest, ConfigureTakesAnyKeys) {
+    const auto step = TheStep<ConfigureStep>(R"({"configure": {"FACEBOOK_LOGIN_MODE": "Game", "OTHER": ""}})");
+
+    EXPECT_THAT(step.values, ElementsAre(Pair("FACEBOOK_LOGIN_MODE", "Game"), Pair("OTHER", "")));
+}
+
+TEST_F(ScenarioTest, TheSdkMayHaveAVersionOrNone) {
+    EXPECT_EQ(TheStep<SDKVersionStep>(R"({"sdk-version": "6.4.0"})").version, "6.4.0");
+    EXPECT_EQ(TheStep<SDKVersionStep>(R"({"sdk-version": null})").version, std::nullopt);
+}
+
+TEST_F(ScenarioTest, ObserversHaveARecordAndAnIDOf32Bits) {
+    const auto observe = TheStep<ObserveStep>(R"({"observe": {"record": "InnerFriendRet", "observer": 4294967295}})");
+    const auto remove =
+        TheStep<RemoveObserverStep>(R"({"remove-observer": {"record": "InnerLoginRet", "observer": 0}})");
+
+    EXPECT_EQ(observe.record, RecordType::kFriend);
+    EXPECT_EQ(observe.observerID, 4294967295u);
+    EXPECT_EQ(remove.record, RecordType::kLogin);
+    EXPECT_EQ(remove.observerID, 0u);
+}
+
+TEST_F(ScenarioTest, ALoginHasAllItsParameters) {
+    const auto step = TheStep<LoginStep>(R"({"login": {"methodID": -2147483648, "seqID": "s", "channel": "c",
+        "subChannel": "Game", "extraJson": "{}", "permissions": "a,b"}})");
+
+    EXPECT_EQ(step.params.methodID, -2147483647 - 1);
+    EXPECT_EQ(step.params.seqID, "s");
+    EXPECT_EQ(step.params.channel, "c");
+    EXPECT_EQ(step.params.subChannel, "Game");
+    EXPECT_EQ(step.params.extraJson, "{}");
+    EXPECT_EQ(step.params.permissions, "a,b");
+}
+
+TEST_F(ScenarioTest, ALogoutHasParametersWithoutPermissions) {
+    const auto step = TheStep<LogoutStep>(R"({"logout": {"methodID": 2147483647, "seqID": "s"}})");
+
+    EXPECT_EQ(step.params.methodID, 2147483647);
+    EXPECT_EQ(step.params.seqID, "s");
+    EXPECT_EQ(step.params.subChannel, "");
+}
+
+TEST_F(ScenarioTest, AnAnswerHasWhatItsOutcomeNeeds) {
+    using Outcome = AnswerLoginStep::Outcome;
+
+    const auto success = TheStep<AnswerLoginStep>(
+        R"({"answer-login": {"outcome": "success", "token": "t", "graphDomain": "gaming", "thread": "background"}})");
+    const auto error = TheStep<AnswerLoginStep>(
+        R"({"answer-login": {"outcome": "error", "domain": "d", "code": -9007199254740993, "message": "m"}})");
+    const auto message =
+        TheStep<AnswerLoginStep>(R"({"answer-login": {"outcome": "error-message", "message": "m", "thread": "main"}})");
+
+    EXPECT_EQ(success.outcome, Outcome::kSuccess);
+    EXPECT_EQ(success.token, "t");
+    EXPECT_EQ(success.graphDomain, "gaming");
+    EXPECT_TRUE(success.background);
+    EXPECT_EQ(error.outcome, Outcome::kError);
+    EXPECT_EQ(error.domain, "d");
+    EXPECT_EQ(error.code, -9007199254740993);
+    EXPECT_EQ(error.message, "m");
+    EXPECT_EQ(message.outcome, Outcome::kErrorMessage);
+    EXPECT_EQ(message.message, "m");
+    EXPECT_FALSE(message.background);
+}
+
+TEST_F(ScenarioTest, EveryOutcomeHasAName) {
+    using Outcome = AnswerLoginStep::Outcome;
+    const auto outcome = [this](const std::string& name) {
+        return TheStep<AnswerLoginStep>("{\"answer-login\": {\"outcome\": \"" + name + "\"}}").outcome;
+    };
+
+    EXPECT_EQ(outcome("limited"), Outcome::kLimited);
+    EXPECT_EQ(outcome("cancelled"), Outcome::kCancelled);
+    EXPECT_EQ(outcome("nothing-granted"), Outcome::kNothingGranted);
+    EXPECT_EQ(outcome("browser-not-opened"), Outcome::kBrowserNotOpened);
+}
+
+TEST_F(ScenarioTest, ACommitHasObserverRequestAndCode) {
+    const auto step = TheStep<CommitStep>(R"({"commit": {"observer": 107, "seqID": "s", "code": 9999}})");
+
+    EXPECT_EQ(step.observerID, 107u);
+    EXPECT_EQ(step.seqID, "s");
+    EXPECT_EQ(step.code, 9999);
+}
+
+// ---- Bad files
+
+TEST_F(ScenarioTest, AMissingFileIsNamed) {
+    LocatedError error;
+
+    const auto scenario = LoadScenario(Path(), error);
+
+    EXPECT_FALSE(scenario.has_value());
+    EXPECT_THAT(error.text(), HasSubstr(Path() + ": "));
+    EXPECT_THAT(error.remedy, Not(IsEmpty()));
+}
+
+TEST_F(ScenarioTest, AFileThatIsNotJsonIsShownAtItsPlace) {
+    LocatedError error;
+
+    const auto scenario = Load("{\n  \"title\": \"t\",\n  \"steps\": [}\n", error);
+
+    EXPECT_FALSE(scenario.has_value());
+    EXPECT_THAT(error.text(), HasSubstr(Path() + ":3:13: "));
+}
+
+TEST_F(ScenarioTest, AMissingMemberOfTheScenarioIsNamed) {
+    LocatedError noSteps;
+    LocatedError noTitle;
+
+    EXPECT_FALSE(Load(R"({"title": "t"})", noSteps).has_value());
+    EXPECT_FALSE(Load(R"({"steps": []})", noTitle).has_value());
+
+    EXPECT_THAT(noSteps.text(), HasSubstr(":1:1: "));
+    EXPECT_THAT(noSteps.text(), HasSubstr("\"steps\""));
+    EXPECT_THAT(noTitle.text(), HasSubstr("\"title\""));
+}
+
+TEST_F(ScenarioTest, AnUnknownMemberOfTheScenarioIsShownAtItsPlace) {
+    LocatedError error;
+
+    EXPECT_FALSE(Load(R"({"title": "t", "steps": [], "stepz": []})", error).has_value());
+
+    EXPECT_THAT(error.text(), HasSubstr(":1:29: "));
+}
+
+TEST_F(ScenarioTest, TheFirstErrorIsTold) {
+    LocatedError error;
+
+    EXPECT_FALSE(Load(StepsOf("{\"note\": 1},\n{\"note\": 2}"), error).has_value());
+
+    EXPECT_EQ(error.line, 4u);
+}
+
+struct BadStep {
+    const char* name;
+    const char* steps;    // From line 4 of the file on.
+    const char* position; // LINE:COLUMN.
+    const char* message;  // Of the error.
+};
+
+void PrintTo(const BadStep& bad, std::ostream* out) {
+    *out << bad.name;
+}
+
+class BadStepTest : public ScenarioTest, public ::testing::WithParamInterface<BadStep> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Steps, BadStepTest,
+    ::testing::Values(
+        BadStep{"UnknownStep", R"({"logn": {}})", "4:2", "unknown step \"logn\"; use one of note, configure, "},
+        BadStep{"NoObject", R"("login")", "4:1", "a step"},
+        BadStep{"NoMember", R"({})", "4:1", "a step has 0 members; write one object per step"},
+        BadStep{"TwoMembers", R"({"note": "a", "collect": {}})", "4:1",
+                "a step has 2 members; write one object per step"},
+        BadStep{"SecondStep", "{\"note\": \"a\"},\n  {\"nte\": \"b\"}", "5:4", "unknown step \"nte\""},
+        BadStep{"WrongType", R"({"note": 5})", "4:10", "\"note\""},
+        BadStep{"WrongMemberType", R"({"login": {"methodID": "1", "seqID": "s", "permissions": ""}})", "4:24",
+                "\"methodID\""},
+        BadStep{"MissingMember", R"({"login": {"methodID": 1, "permissions": ""}})", "4:11", "\"seqID\""},
+        BadStep{"UnknownMember", R"({"logout": {"methodID": 1, "seqID": "s", "seqid": "s"}})", "4:42", "\"seqid\""},
+        BadStep{"RepeatedMember", R"({"logout": {"methodID": 1, "seqID": "s", "seqID": "s"}})", "4:42", "\"seqID\""},
+        BadStep{"OutOfRange", R"({"logout": {"methodID": 2147483648, "seqID": "s"}})", "4:25",
+                "\"methodID\" is out of range; use an integer from -2147483648 to 2147483647"},
+        BadStep{"Fraction", R"({"logout": {"methodID": 1.5, "seqID": "s"}})", "4:25", "\"methodID\""},
+        BadStep{"NegativeObserver", R"({"commit": {"observer": -1, "seqID": "s", "code": 0}})", "4:25",
+                "\"observer\" is out of range; use an integer from 0 to 4294967295"},
+        BadStep{"UnknownRecord", R"({"observe": {"record": "Ret", "observer": 1}})", "4:24",
+                "unknown record \"Ret\"; use one of InnerBaseRet, InnerFriendRet, InnerLoginRet, InnerLoginPluginRet"},
+        BadStep{"UnknownOutcome", R"({"answer-login": {"outcome": "maybe"}})", "4:30",
+                "unknown outcome \"maybe\"; use one of success, "},
+        BadStep{"UnknownThread", R"({"answer-login": {"outcome": "cancelled", "thread": "third"}})", "4:53",
+                "unknown thread \"third\"; use one of main, background"},
+        BadStep{"SuccessWithoutToken", R"({"answer-login": {"outcome": "success"}})", "4:18", "\"token\""},
+        BadStep{"ErrorWithoutCode", R"({"answer-login": {"outcome": "error", "message": "m", "domain": "d"}})", "4:18",
+                "\"code\""},
+        BadStep{"ConfiguredNumber", R"({"configure": {"FACEBOOK_APP_ID": 12}})", "4:35", "\"FACEBOOK_APP_ID\""},
+        BadStep{"CollectWithMember", R"({"collect": {"seqID": "s"}})", "4:14", "\"seqID\""}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_P(BadStepTest, IsShownAtItsPlaceWithARemedy) {
+    const BadStep& bad = GetParam();
+    LocatedError error;
+
+    const auto scenario = Load(StepsOf(bad.steps), error);
+
+    EXPECT_FALSE(scenario.has_value());
+    EXPECT_EQ(std::to_string(error.line) + ":" + std::to_string(error.column), bad.position);
+    EXPECT_THAT(error.message + "; " + error.remedy, HasSubstr(bad.message));
+    EXPECT_EQ(error.file, Path());
+    EXPECT_THAT(error.remedy, Not(IsEmpty()));
+}
+
+} // namespace
+} // namespace Tarvik::Vorn::Test
