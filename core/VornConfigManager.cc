@@ -23,6 +23,9 @@ ConfigState& State() {
 
 } // namespace
 
+// An image that uses the singleton defines its statics: with this the core has them too.
+template class VornSingleton<VornConfigManager>;
+
 // Every manager shows the one configuration of the process, so that the functions of VornConfig.h need none.
 VornConfigManager::VornConfigManager() : mState(&State()) {}
 

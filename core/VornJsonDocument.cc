@@ -527,10 +527,10 @@ bool JsonDocument::ExpectUniqueKeys(const JsonValue& object, LocatedError& error
     for (const JsonMember& member : *members) {
         if (!seen.insert(member.key).second) {
             const size_t firstLine = object.Find(member.key)->keyLocation.line;
-            error = ErrorAt(member.keyLocation,
-                            "the key " + Quoted(member.key) + " is given twice, first in line " +
-                                std::to_string(firstLine),
-                            "remove one of the two");
+            error =
+                ErrorAt(member.keyLocation,
+                        "the key " + Quoted(member.key) + " is given twice, first in line " + std::to_string(firstLine),
+                        "remove one of the two");
             return false;
         }
     }

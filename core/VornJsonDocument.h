@@ -1,8 +1,8 @@
 // JSON text as a tree in which every value and every key knows its line and column, so that an error in a file can be
 // shown at its place. Plain C++, values; one document is read by any number of threads.
 //
-// Strict JSON: no comments, no trailing commas, nothing behind the value. Texts are valid UTF-8. A byte-order mark at the
-// start is skipped. Arrays and objects are nested 512 deep at most.
+// Strict JSON: no comments, no trailing commas, nothing behind the value. Texts are valid UTF-8. A byte-order mark at
+// the start is skipped. Arrays and objects are nested 512 deep at most.
 #pragma once
 
 #include "VornExport.h"

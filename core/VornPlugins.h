@@ -13,9 +13,12 @@ namespace Tarvik::Vorn {
 // again does nothing. False with the reason in `error` when it cannot be loaded.
 VORN_API bool LoadPluginLibrary(const std::string& path, std::string& error);
 
-// The login plugin of `channel`, such as "Facebook": the shared instance of class "VornLogin" + channel, which that class
-// owns. Nil with the reason in `error` when there is no such class, when it is no login plugin, or when it has no
+// The login plugin of `channel`, such as "Facebook": the shared instance of class "VornLogin" + channel, which that
+// class owns. Nil with the reason in `error` when there is no such class, when it is no login plugin, or when it has no
 // instance to give.
 VORN_API id<VornLoginDelegate> FindLoginPlugin(const std::string& channel, std::string& error);
+
+// The report plugin of `channel` likewise: the shared instance of class "VornReport" + channel.
+VORN_API id<VornReportDelegate> FindReportPlugin(const std::string& channel, std::string& error);
 
 } // namespace Tarvik::Vorn

@@ -4,27 +4,54 @@
 
 #import <objc/runtime.h>
 
+#include <array>
 #include <dlfcn.h>
 
 namespace Tarvik::Vorn {
 namespace {
 
-// What keeps `cls` from being a login plugin; empty when nothing does.
-std::string FaultOfLoginClass(Class cls) {
+// A kind of plugin: what its classes are called, and what they must answer.
+struct PluginKind {
+    const char* prefix;   // "VornLogin"
+    const char* name;     // "login plugin", for errors.
+    const char* protocol; // "VornLoginDelegate"
+    std::array<SEL, 2> required;
+};
+
+// What keeps `cls` from being a plugin of that kind; empty when nothing does.
+std::string FaultOf(Class cls, const PluginKind& kind) {
     if (class_getClassMethod(cls, @selector(sharedInstance)) == nullptr) {
         return "does not answer +sharedInstance";
     }
-    if (![cls instancesRespondToSelector:@selector(login:)]) {
-        return "does not answer -login:";
-    }
-    if (![cls instancesRespondToSelector:@selector(logout:)]) {
-        return "does not answer -logout:";
+    for (const SEL selector : kind.required) {
+        if (![cls instancesRespondToSelector:selector]) {
+            return "does not answer -" + std::string(sel_getName(selector));
+        }
     }
     // By name: @protocol() is initialised only in a file that implements a class adopting the protocol.
-    if (![cls conformsToProtocol:objc_getProtocol("VornLoginDelegate")]) {
-        return "does not adopt VornLoginDelegate";
+    if (![cls conformsToProtocol:objc_getProtocol(kind.protocol)]) {
+        return "does not adopt " + std::string(kind.protocol);
     }
     return "";
+}
+
+id FindPlugin(const PluginKind& kind, const std::string& channel, std::string& error) {
+    const std::string name = kind.prefix + channel;
+    const Class cls = objc_lookUpClass(name.c_str());
+    if (cls == Nil) {
+        error = "there is no class " + name + "; load the library of the channel's plugin first";
+        return nil;
+    }
+    const std::string fault = FaultOf(cls, kind);
+    if (!fault.empty()) {
+        error = "the class " + name + " is no " + kind.name + ": it " + fault;
+        return nil;
+    }
+    const id plugin = [cls sharedInstance];
+    if (plugin == nil) {
+        error = "the class " + name + " has no shared instance";
+    }
+    return plugin;
 }
 
 } // namespace
@@ -41,22 +68,16 @@ bool LoadPluginLibrary(const std::string& path, std::string& error) {
 }
 
 id<VornLoginDelegate> FindLoginPlugin(const std::string& channel, std::string& error) {
-    const std::string name = "VornLogin" + channel;
-    const Class cls = objc_lookUpClass(name.c_str());
-    if (cls == Nil) {
-        error = "there is no class " + name + "; load the library of the channel's plugin first";
-        return nil;
-    }
-    const std::string fault = FaultOfLoginClass(cls);
-    if (!fault.empty()) {
-        error = "the class " + name + " is no login plugin: it " + fault;
-        return nil;
-    }
-    const id<VornLoginDelegate> plugin = [cls sharedInstance];
-    if (plugin == nil) {
-        error = "the class " + name + " has no shared instance";
-    }
-    return plugin;
+    const PluginKind kind{"VornLogin", "login plugin", "VornLoginDelegate", {@selector(login:), @selector(logout:)}};
+    return FindPlugin(kind, channel, error);
+}
+
+id<VornReportDelegate> FindReportPlugin(const std::string& channel, std::string& error) {
+    const PluginKind kind{"VornReport",
+                          "report plugin",
+                          "VornReportDelegate",
+                          {@selector(initStat), @selector(reportEvent:params:isRealtime:seqID:extra:)}};
+    return FindPlugin(kind, channel, error);
 }
 
 } // namespace Tarvik::Vorn

@@ -6,9 +6,9 @@
 
 namespace Tarvik::Vorn {
 
-// RapidJSON's own streams go by the NUL at the end of a text, and a UTF-8 sequence that is cut short leads them past it.
-// This one ends where the text ends: from there on it yields NUL and stands still. Because RapidJSON makes no local copy
-// of a stream it does not know, Tell() is right in every callback of a reader.
+// RapidJSON's own streams go by the NUL at the end of a text, and a UTF-8 sequence that is cut short leads them past
+// it. This one ends where the text ends: from there on it yields NUL and stands still. Because RapidJSON makes no local
+// copy of a stream it does not know, Tell() is right in every callback of a reader.
 class TextStream {
 public:
     using Ch = char;

@@ -22,8 +22,8 @@ struct VORN_API VornTraceEntry {
     int line = 0;
     std::string seqID;
     std::string extraJson;
-    std::string module;        // kLog only.
-    std::string pluginName;    // These four: kPlugin only.
+    std::string module;     // kLog only.
+    std::string pluginName; // These four: kPlugin only.
     std::string pluginVersion;
     std::string channel;
     std::string sdkVersion;
@@ -31,8 +31,8 @@ struct VORN_API VornTraceEntry {
 
 // Called for one trace at a time: calls of several threads do not overlap, with each other or with the log sink's.
 //
-// A sink may trace: such a trace goes to the console, for the sink is busy. A sink must not wait for another thread that
-// logs or traces. An exception that leaves the sink reaches whoever traced.
+// A sink may trace: such a trace goes to the console, for the sink is busy. A sink must not wait for another thread
+// that logs or traces. An exception that leaves the sink reaches whoever traced.
 using VornTraceSink = std::function<void(const VornTraceEntry&)>;
 
 // Sends every trace to `sink` from now on; an empty function stands for the console.

@@ -3,6 +3,8 @@
 #include "VornJsonDocument.h"
 #include "VornText.h"
 
+#import <objc/runtime.h>
+
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -18,12 +20,12 @@ using namespace Tarvik::Vorn;
 
 // NSJSONSerialization is not used: GNUstep's turns every integer into a double and accepts what is not JSON.
 //
-// Reading: JsonDocument's rules; of two members with one key the later counts.
-// Writing: compact as {"k":[1,true]}, or with two blanks per level and one behind the colon; UTF-8, only quotes,
-// backslashes and control characters escaped ("/" is not); members in the order of their keys' UTF-8 bytes, so that equal
-// dictionaries have equal texts; an NSDecimalNumber with all its digits, possibly as 1.2E17. No JSON form have: a text
-// with half a surrogate pair, NaN and infinities, keys that are no texts, objects of other classes, and whatever is
-// nested more than 512 deep (so a dictionary that holds itself ends there).
+// Reading: JsonDocument's rules; of two members with one key the later counts. Writing: compact as {"k":[1,true]}, or
+// with two blanks per level and one behind the colon; UTF-8, only quotes, backslashes and control characters escaped
+// ("/" is not); members in the order of their keys' UTF-8 bytes, so that equal dictionaries have equal texts; an
+// NSDecimalNumber with all its digits, possibly as 1.2E17. No JSON form have: a text with half a surrogate pair, NaN
+// and infinities, keys that are no texts, objects of other classes, and whatever is nested more than 512 deep (so a
+// dictionary that holds itself ends there).
 
 namespace {
 
@@ -121,9 +123,7 @@ public:
 private:
     using Member = std::pair<std::string, id>; // The dictionary keeps the object.
 
-    static rapidjson::SizeType SizeOf(const std::string& text) {
-        return static_cast<rapidjson::SizeType>(text.size());
-    }
+    static rapidjson::SizeType SizeOf(const std::string& text) { return static_cast<rapidjson::SizeType>(text.size()); }
 
     template <class WriteInside>
     bool Nested(WriteInside writeInside) {
@@ -169,8 +169,7 @@ private:
             }
             members.emplace_back(*name, [dictionary objectForKey:key]);
         }
-        std::sort(members.begin(), members.end(),
-                  [](const Member& a, const Member& b) { return a.first < b.first; });
+        std::sort(members.begin(), members.end(), [](const Member& a, const Member& b) { return a.first < b.first; });
 
         mWriter.StartObject();
         for (const Member& member : members) {
@@ -202,6 +201,13 @@ NSString* TextOf(NSDictionary* dict, Writer& writer, rapidjson::StringBuffer& bu
     return objects.Write(dict) ? MakeText(std::string(buffer.GetString(), buffer.GetSize())) : nil;
 }
 
+#pragma mark - Method exchange
+
+// What a hooked method answers in place of a method that its class does not have: zero, whatever it is asked.
+id AnswerNothing(id /*self*/, SEL /*command*/, ...) {
+    return nil;
+}
+
 } // namespace
 
 @implementation VornUtilsIOS
@@ -229,6 +235,25 @@ NSString* TextOf(NSDictionary* dict, Writer& writer, rapidjson::StringBuffer& bu
     const std::optional<JsonDocument> document = JsonDocument::Parse(*text, "", error);
     const JsonValue::Object* const members = document ? document->root().AsObject() : nullptr;
     return members == nullptr ? nil : MakeDictionary(*members);
+}
+
++ (void)swizzlingOriginalClass:(Class)originalClass
+                 swizzledClass:(Class)swizzledClass
+                   originalSEL:(SEL)originalSEL
+                   swizzledSEL:(SEL)swizzledSEL {
+    const Method replacement = class_getInstanceMethod(swizzledClass, swizzledSEL);
+    if (originalClass == Nil || replacement == nullptr) {
+        return; // Nothing to put in the original's place.
+    }
+    const char* const types = method_getTypeEncoding(replacement);
+    const IMP replacementIMP = method_getImplementation(replacement);
+    const Method original = class_getInstanceMethod(originalClass, originalSEL);
+    const IMP originalIMP =
+        original == nullptr ? reinterpret_cast<IMP>(&AnswerNothing) : method_getImplementation(original);
+
+    // Both methods become the class's own, so that no superclass changes where one of them was inherited or missing.
+    class_replaceMethod(originalClass, originalSEL, replacementIMP, types);
+    class_replaceMethod(originalClass, swizzledSEL, originalIMP, types);
 }
 
 @end

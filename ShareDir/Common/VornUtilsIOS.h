@@ -16,4 +16,12 @@ VORN_API
 // 64 bits are exact, booleans are boolean numbers, null is NSNull. Autoreleased. Any thread.
 + (NSDictionary*)dictFromJsonString:(NSString*)json;
 
+// Exchanges two instance methods: afterwards `originalSEL` on objects of `originalClass` runs the implementation that
+// `swizzledClass` has for `swizzledSEL`, and `swizzledSEL` on them runs what `originalSEL` ran before. Where that was
+// nothing, `swizzledSEL` answers zero (NO, nil). Superclasses do not change. Main thread, before the methods are used.
++ (void)swizzlingOriginalClass:(Class)originalClass
+                 swizzledClass:(Class)swizzledClass
+                   originalSEL:(SEL)originalSEL
+                   swizzledSEL:(SEL)swizzledSEL;
+
 @end

@@ -17,6 +17,9 @@ std::string QuotedText(NSString* text);
 // ["...","..."], or nil.
 std::string QuotedList(NSArray<NSString*>* texts);
 
+// {"key":value,...} by the order of the keys, or nil: texts in quotes, numbers as they print, otherwise <Class>.
+std::string DictionaryText(NSDictionary* dictionary);
+
 // <Class>, or nil; "block" for a block.
 std::string ObjectText(id object);
 

@@ -1,8 +1,24 @@
 #include "CallText.h"
 
+#include <set>
+
 #import <objc/runtime.h>
 
 namespace Tarvik::Vorn::Host {
+
+namespace {
+
+std::string ValueText(id value) {
+    if ([value isKindOfClass:[NSString class]]) {
+        return QuotedText(value);
+    }
+    if ([value isKindOfClass:[NSNumber class]]) {
+        return PlainText([value stringValue]);
+    }
+    return ObjectText(value);
+}
+
+} // namespace
 
 std::string PlainText(NSString* text) {
     const char* const bytes = [text UTF8String];
@@ -25,6 +41,21 @@ std::string QuotedList(NSArray<NSString*>* texts) {
         list += QuotedText(text);
     }
     return list + ']';
+}
+
+std::string DictionaryText(NSDictionary* dictionary) {
+    if (dictionary == nil) {
+        return "nil";
+    }
+    std::set<std::string> entries;
+    for (const id key in dictionary) {
+        entries.insert(ValueText(key) + ':' + ValueText([dictionary objectForKey:key]));
+    }
+    std::string list;
+    for (const std::string& entry : entries) {
+        list += (list.empty() ? "" : ",") + entry;
+    }
+    return '{' + list + '}';
 }
 
 std::string ObjectText(id object) {

@@ -1,6 +1,8 @@
 #include "PlatformReset.h"
 
 #include "FBSDKCoreKit/FBSDKAccessToken+Control.h"
+#include "FBSDKCoreKit/FBSDKAppEvents+Control.h"
+#include "FBSDKCoreKit/FBSDKApplicationDelegate+Control.h"
 #include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
 #include "FBSDKCoreKit/FBSDKSettings+Control.h"
 #include "FBSDKLoginKit/FBSDKLoginManager+Control.h"
@@ -13,6 +15,8 @@ void ResetPlatform() {
     @autoreleasepool {
         // The logins first: they hold the objects of the calling program.
         [FBSDKLoginManager reset];
+        [FBSDKApplicationDelegate reset];
+        [FBSDKAppEvents reset];
         [FBSDKAccessToken reset];
         [FBSDKAuthenticationToken reset];
         [FBSDKSettings reset];

@@ -3,14 +3,16 @@
 // The classes in platform/frameworks are declared without instance variables: the same headers serve the build for the
 // device, and this runtime takes instance variables in the @interface only. An object of such a class therefore carries
 // a C++ state behind it, in the same allocation. The class allocates it in allocWithZone:, destroys it in dealloc, and
-// reads it through StateOf. Subclasses, with instance variables of their own or without, work unchanged; a stand-in
-// that extends another stand-in derives its state from the other's and overrides both methods' state type.
+// reads it through StateOf:
 //
 //     + (instancetype)allocWithZone:(NSZone*)zone { return AllocateWithState<TokenState>(self, zone); }
 //     - (void)dealloc {
 //         DestroyState<TokenState>(self);
 //         [super dealloc];
 //     }
+//
+// A subclass in an app, with instance variables of its own or without, works unchanged. A stand-in that extends another
+// one derives its state from the other's, which has a virtual destructor, and overrides allocWithZone: alone.
 //
 // Classes with one instance, and what belongs to a class as a whole, use a function-local static in their source file.
 #pragma once
@@ -32,8 +34,9 @@ template <class State>
 State& StateOf(id object) {
     constexpr uintptr_t kAlignment = alignof(std::max_align_t);
     static_assert(alignof(State) <= kAlignment);
-    const uintptr_t end = reinterpret_cast<uintptr_t>(object) + class_getInstanceSize(object_getClass(object));
-    return *std::launder(reinterpret_cast<State*>((end + kAlignment - 1) / kAlignment * kAlignment));
+    char* const end = reinterpret_cast<char*>(object) + class_getInstanceSize(object_getClass(object));
+    const uintptr_t beyond = reinterpret_cast<uintptr_t>(end) % kAlignment;
+    return *std::launder(reinterpret_cast<State*>(beyond == 0 ? end : end + (kAlignment - beyond)));
 }
 
 // A new object of `cls` with a default-constructed state behind it; the caller owns it, as with allocWithZone:.

@@ -1,7 +1,8 @@
-// FBSDKCoreKit, the part written in Objective-C, as far as it is used here (SDK 15.0.0 to 18.1.0). FBSDKSettings is
-// declared in FBSDKCoreKit-Swift.h.
+// FBSDKCoreKit, the part written in Objective-C, as far as it is used here (SDK 15.0.0 to 18.1.0). FBSDKSettings and
+// FBSDKApplicationDelegate are declared in FBSDKCoreKit-Swift.h.
 #pragma once
 
+#import <FBSDKCoreKit_Basics/FBSDKCoreKit_Basics.h>
 #import <Foundation/Foundation.h>
 #import <UIKit/UIKit.h>
 
@@ -86,5 +87,39 @@ FOUNDATION_EXPORT NSNotificationName const FBSDKAccessTokenDidChangeNotification
 - (instancetype)initWithTokenString:(NSString*)tokenString nonce:(NSString*)nonce graphDomain:(NSString*)graphDomain;
 
 @end
+
+#pragma mark - App events
+
+typedef NSString* FBSDKAppEventName;
+typedef NSString* FBSDKAppEventParameterName;
+
+// Posted when an event could not be logged or sent; the object is an NSError.
+FOUNDATION_EXPORT NSNotificationName const FBSDKAppEventsLoggingResultNotification;
+
+@interface FBSDKAppEvents : NSObject
+
+@property(class, nonatomic, readonly, strong) FBSDKAppEvents* shared;
+
+- (instancetype)init __attribute__((unavailable));
++ (instancetype)new __attribute__((unavailable));
+
+// Queues an event; any thread. A name or a parameter that breaks a rule drops the whole event: the name and each key
+// have 1 to 40 UTF-16 units and begin with a letter, a digit or "_", which "-" and " " may follow too; values are
+// NSString or NSNumber.
+- (void)logEvent:(FBSDKAppEventName)eventName;
+- (void)logEvent:(FBSDKAppEventName)eventName
+      parameters:(nullable NSDictionary<FBSDKAppEventParameterName, id>*)parameters;
+
+// Tells that the app is in use; main thread. The SDK does it by itself at every activation of the app, unless the app's
+// Info.plist says otherwise. Repeated calls are harmless.
+- (void)activateApp;
+
+@end
+
+#pragma mark - Link words
+
+FB_LINK_CATEGORY_INTERFACE(NSNotificationCenter, NotificationPosting)
+FB_LINK_CATEGORY_INTERFACE(NSProcessInfo, MacCatalystDetermining)
+FB_LINK_CATEGORY_INTERFACE(NSProcessInfo, OperatingSystemVersionComparing)
 
 NS_ASSUME_NONNULL_END

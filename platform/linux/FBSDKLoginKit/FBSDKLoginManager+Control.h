@@ -19,7 +19,7 @@ struct LoginRequest {
     std::set<std::string> askedPermissions; // What the page asks for: without duplicates, and with "openid".
     FBSDKDefaultAudience audience = FBSDKDefaultAudienceFriends;
     std::string scheme; // The URL scheme through which the page comes back: "fb" and the app ID.
-    // NO when the login ended before: refused permissions, or an exception. The two members above are empty then.
+    // False when the login ended before: refused permissions, or an exception. askedPermissions and scheme are empty then.
     bool pageOpened = false;
 };
 

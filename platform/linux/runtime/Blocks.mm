@@ -66,7 +66,8 @@ void* Allocate(size_t size) {
     void* memory = std::malloc(size);
     if (memory == nullptr) {
         FatalError("out of memory: %zu bytes for the heap copy of a block. Apple's _Block_copy would return NULL, "
-                   "which no caller checks.", size);
+                   "which no caller checks.",
+                   size);
     }
     return memory;
 }

@@ -14,6 +14,7 @@
 #import <Foundation/Foundation.h>
 #include <dispatch/dispatch.h>
 
+#include <bit>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -211,7 +212,7 @@ size_t DiscardMainQueue() {
         if (descriptor < 0) {
             FatalError("no event descriptor for the main queue: %s", std::strerror(errno));
         }
-        [[NSRunLoop currentRunLoop] addEvent:reinterpret_cast<void*>(static_cast<intptr_t>(descriptor))
+        [[NSRunLoop currentRunLoop] addEvent:std::bit_cast<void*>(static_cast<intptr_t>(descriptor))
                                         type:ET_RDESC
                                      watcher:static_cast<id>(self)
                                      forMode:NSDefaultRunLoopMode];

@@ -6,6 +6,7 @@
 
 #include <dispatch/dispatch.h>
 
+#include <bit>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -56,12 +57,12 @@ VORN_HOST_EXPORT void dispatch_once_f(dispatch_once_t* predicate, void* context,
         if (state == 0) {
             break;
         }
-        if (reinterpret_cast<const Runner*>(state)->thread == self.thread) {
+        if (std::bit_cast<const Runner*>(state)->thread == self.thread) {
             FatalError("dispatch_once was called again with the same token by the function it is running");
         }
         waiting.someoneFinished.wait(lock);
     }
-    __atomic_store_n(predicate, reinterpret_cast<dispatch_once_t>(&self), __ATOMIC_RELAXED);
+    __atomic_store_n(predicate, std::bit_cast<dispatch_once_t>(&self), __ATOMIC_RELAXED);
     lock.unlock();
     CallOrEndProcess(function, context);
     lock.lock();

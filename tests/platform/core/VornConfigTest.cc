@@ -1,4 +1,5 @@
-// The configuration of the reference core: values, the file they come from, and every error in such a file at its place.
+// The configuration of the reference core: values, the file they come from, and every error in such a file at its
+// place.
 
 #include "VornConfig.h"
 #include "VornServices.h"
@@ -190,7 +191,7 @@ TEST_F(Config, KeyMustNotBeGivenTwice) {
 
 TEST_F(Config, ErrorLeavesTheConfigurationAsItWas) {
     SetConfigValue("a", "before");
-    const std::vector<std::string> faulty = {"{\"a\": \"after\"",       "[]", "{\"a\": \"after\", \"b\": 1}",
+    const std::vector<std::string> faulty = {"{\"a\": \"after\"", "[]", "{\"a\": \"after\", \"b\": 1}",
                                              "{\"a\": \"after\", \"a\": \"x\"}", ""};
 
     for (const std::string& content : faulty) {

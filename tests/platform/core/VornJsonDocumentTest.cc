@@ -3,6 +3,8 @@
 
 #include "VornJsonDocument.h"
 
+#include "VornTextStream.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -383,8 +385,8 @@ TEST(JsonErrors, NestingCountsObjectsAndArraysTogether) {
         text += "[{\"a\":";
     }
 
-    EXPECT_EQ(MessageOf(text + "{}"), "f.json:1:" + std::to_string(text.size() + 1) +
-                                          ": arrays and objects are nested more than 512 deep");
+    EXPECT_EQ(MessageOf(text + "{}"),
+              "f.json:1:" + std::to_string(text.size() + 1) + ": arrays and objects are nested more than 512 deep");
 }
 
 TEST(JsonErrors, VeryDeepTextCostsNoStack) {
@@ -400,6 +402,19 @@ TEST(JsonErrors, SiblingsDoNotCountAsNesting) {
     }
 
     EXPECT_EQ(RootOf(text + "1]").AsArray()->size(), 4001u);
+}
+
+// ---- The stream beneath
+
+TEST(TextStreams, StandStillAtTheEndOfTheText) {
+    TextStream stream("a");
+
+    EXPECT_EQ(stream.Peek(), 'a');
+    EXPECT_EQ(stream.Take(), 'a');
+    EXPECT_EQ(stream.Peek(), '\0');
+    EXPECT_EQ(stream.Take(), '\0');
+    EXPECT_EQ(stream.Take(), '\0');
+    EXPECT_EQ(stream.Tell(), 1u);
 }
 
 // ---- Located errors

@@ -110,13 +110,15 @@ TEST(VornJsonWriterTest, EscapesKeysLikeTexts) {
 }
 
 TEST(VornJsonWriterTest, EveryByteOfInvalidUtf8IsReplaced) {
-    EXPECT_EQ(TextMember("a\xff" "b"), "{\"k\":\"a\uFFFDb\"}");
+    EXPECT_EQ(TextMember("a\xff"
+                         "b"),
+              "{\"k\":\"a\uFFFDb\"}");
     EXPECT_EQ(TextMember("\x80\x80"), "{\"k\":\"\uFFFD\uFFFD\"}");
-    EXPECT_EQ(TextMember("\xc0\x80"), "{\"k\":\"\uFFFD\uFFFD\"}");             // Longer than need be.
-    EXPECT_EQ(TextMember("\xed\xa0\x80"), "{\"k\":\"\uFFFD\uFFFD\uFFFD\"}");   // A surrogate.
+    EXPECT_EQ(TextMember("\xc0\x80"), "{\"k\":\"\uFFFD\uFFFD\"}");                     // Longer than need be.
+    EXPECT_EQ(TextMember("\xed\xa0\x80"), "{\"k\":\"\uFFFD\uFFFD\uFFFD\"}");           // A surrogate.
     EXPECT_EQ(TextMember("\xf4\x90\x80\x80"), "{\"k\":\"\uFFFD\uFFFD\uFFFD\uFFFD\"}"); // Above U+10FFFF.
-    EXPECT_EQ(TextMember("\xe2\x82"), "{\"k\":\"\uFFFD\uFFFD\"}");             // Cut short by the end of the text.
-    EXPECT_EQ(TextMember("\xe2\x82\xc3\xa9"), "{\"k\":\"\uFFFD\uFFFDé\"}");     // Cut short by the next character.
+    EXPECT_EQ(TextMember("\xe2\x82"), "{\"k\":\"\uFFFD\uFFFD\"}");          // Cut short by the end of the text.
+    EXPECT_EQ(TextMember("\xe2\x82\xc3\xa9"), "{\"k\":\"\uFFFD\uFFFDé\"}"); // Cut short by the next character.
     EXPECT_EQ(TextMember("\xf0\x9f\x98"), "{\"k\":\"\uFFFD\uFFFD\uFFFD\"}");
 }
 

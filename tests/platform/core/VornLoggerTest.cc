@@ -428,7 +428,8 @@ TEST_F(Logger, LogSinkThatTracesAndTraceSinkThatLogsDoNotWaitForEachOther) {
     });
     const size_t onConsole = LinesOf(GetCapturedStderr()).size();
 
-    // Each line causes a trace, whose own line finds the log sink busy. Each trace causes a line, which reaches the sink.
+    // Each line causes a trace, whose own line finds the log sink busy. Each trace causes a line, which reaches the
+    // sink.
     constexpr int kEach = kThreads / 2 * kLinesPerThread;
     EXPECT_EQ(logs, 2 * kEach);
     EXPECT_EQ(traces, 2 * kEach);

@@ -1,5 +1,5 @@
-// The host side of the observers: who is registered, and what becomes of results that found nobody. The holder itself is
-// tested elsewhere; here are the functions by which the core fills and empties it, for all four records.
+// The host side of the observers: who is registered, and what becomes of results that found nobody. The holder itself
+// is tested elsewhere; here are the functions by which the core fills and empties it, for all four records.
 
 #include "VornObservers.h"
 

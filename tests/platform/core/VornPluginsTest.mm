@@ -106,7 +106,8 @@ TEST_F(Plugins, ClassThatIsNoLoginPluginIsExplained) {
 
     EXPECT_EQ(FaultOf("WithoutInstance"),
               "the class VornLoginWithoutInstance is no login plugin: it does not answer +sharedInstance");
-    EXPECT_EQ(FaultOf("WithoutLogin"), "the class VornLoginWithoutLogin is no login plugin: it does not answer -login:");
+    EXPECT_EQ(FaultOf("WithoutLogin"),
+              "the class VornLoginWithoutLogin is no login plugin: it does not answer -login:");
     EXPECT_EQ(FaultOf("WithoutLogout"),
               "the class VornLoginWithoutLogout is no login plugin: it does not answer -logout:");
     EXPECT_EQ(FaultOf("WithoutProtocol"),

@@ -37,9 +37,7 @@ protected:
         return json == nil ? "(nil)" : std::string(CStr(json));
     }
 
-    static std::string TextOfValue(id value) {
-        return TextOf([NSDictionary dictionaryWithObject:value forKey:@"k"]);
-    }
+    static std::string TextOfValue(id value) { return TextOf([NSDictionary dictionaryWithObject:value forKey:@"k"]); }
 };
 
 // A text of these two characters, each of which may be half of a surrogate pair.
@@ -79,8 +77,8 @@ TEST_F(DictFromJson, WhatIsNoObjectIsNil) {
 }
 
 TEST_F(DictFromJson, WhatIsNotJsonIsNil) {
-    for (NSString* const text : {@"{", @"{}x", @"{} {}", @"{\"a\":1,}", @"{'a':1}", @"{a:1}", @"{\"a\":01}", @"{\"a\":[1,]}",
-                                 @"{\"a\":NaN}", @"{\"a\":\"\n\"}", @"// c\n{}", @"{\"a\":1e400}"}) {
+    for (NSString* const text : {@"{", @"{}x", @"{} {}", @"{\"a\":1,}", @"{'a':1}", @"{a:1}", @"{\"a\":01}",
+                                 @"{\"a\":[1,]}", @"{\"a\":NaN}", @"{\"a\":\"\n\"}", @"// c\n{}", @"{\"a\":1e400}"}) {
         EXPECT_EQ(Parse(text), nil) << CStr(text);
     }
 }
@@ -272,8 +270,7 @@ TEST_F(JsonFromDict, NumbersThatAreNoneAreNil) {
 }
 
 TEST_F(JsonFromDict, TextsAreUtf8WithFewEscapes) {
-    EXPECT_EQ(TextOfValue(@"\" \\ / \b\f\n\r\t \x01 é 😀"),
-              "{\"k\":\"\\\" \\\\ / \\b\\f\\n\\r\\t \\u0001 é 😀\"}");
+    EXPECT_EQ(TextOfValue(@"\" \\ / \b\f\n\r\t \x01 é 😀"), "{\"k\":\"\\\" \\\\ / \\b\\f\\n\\r\\t \\u0001 é 😀\"}");
     EXPECT_EQ(TextOf(@{@"\"é" : @""}), "{\"\\\"é\":\"\"}");
 }
 

@@ -1,4 +1,4 @@
-// The fixture and the helpers of this directory's tests: what the stand-ins of the Facebook SDK answer, as the SDK is
+// The fixture and the tools of this directory's tests: what the stand-ins of the Facebook SDK answer, as the SDK is
 // documented to answer, with no plugin in between.
 #pragma once
 

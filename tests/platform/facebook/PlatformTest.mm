@@ -6,8 +6,17 @@
 namespace {
 
 struct ProbeState {
+    ProbeState() = default;
+    virtual ~ProbeState() = default;
+    ProbeState(const ProbeState&) = delete;
+    ProbeState& operator=(const ProbeState&) = delete;
+
     Tarvik::Vorn::RetainPtr<NSObject*> held;
     long double aligned = 1.5L; // Needs 16 bytes of alignment.
+};
+
+struct ExtendedProbeState : ProbeState {
+    Tarvik::Vorn::RetainPtr<NSObject*> heldToo;
 };
 
 } // namespace
@@ -36,6 +45,18 @@ struct ProbeState {
 @end
 
 @implementation VornDerivedStateProbe
+@end
+
+// A stand-in that extends another one.
+@interface VornExtendedStateProbe : VornStateProbe
+@end
+
+@implementation VornExtendedStateProbe
+
++ (instancetype)allocWithZone:(NSZone*)zone {
+    return Tarvik::Vorn::Host::AllocateWithState<ExtendedProbeState>(self, zone);
+}
+
 @end
 
 namespace Tarvik::Vorn::Test {
@@ -195,6 +216,18 @@ TEST_F(StandInState, StandsBehindTheVariablesOfASubclass) {
     EXPECT_EQ(std::string(object.get()->mOdd, 19), std::string(19, 'x'));
     EXPECT_EQ(reinterpret_cast<uintptr_t>(&state) % alignof(ProbeState), 0u);
     EXPECT_GE(reinterpret_cast<const char*>(&state), std::end(object.get()->mOdd));
+}
+
+TEST_F(StandInState, OfAnExtendedStandInEndsWholeAndServesTheOneItExtends) {
+    int alive = 0;
+    @autoreleasepool {
+        const RetainPtr<VornExtendedStateProbe*> object = AdoptNS([[VornExtendedStateProbe alloc] init]);
+        Host::StateOf<ExtendedProbeState>(object.get()).heldToo = RetainPtr<NSObject*>([VornLifeProbe probeOf:&alive]);
+        EXPECT_EQ(Host::StateOf<ProbeState>(object.get()).aligned, 1.5L);
+        EXPECT_EQ(alive, 1);
+    }
+
+    EXPECT_EQ(alive, 0);
 }
 
 class PlatformReset : public FacebookPlatformTest {};

@@ -1,6 +1,8 @@
 // Stand-ins under several threads at once: nothing is lost, nothing comes twice, and the thread sanitizer is silent.
 #include "FacebookPlatformTest.h"
 
+#include "FBSDKCoreKit/FBSDKAppEvents+Control.h"
+
 #include <atomic>
 #include <latch>
 
@@ -14,6 +16,7 @@ constexpr int kRounds = 200;
 void OnThreads(const std::function<void(int)>& work) {
     std::latch start(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int number = 0; number < kThreads; ++number) {
         threads.emplace_back([&, number] {
             @autoreleasepool {
@@ -99,6 +102,24 @@ TEST_F(FacebookThreads, SettingsAreWrittenAndReadTogether) {
     });
 
     EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(FacebookThreads, NoEventIsLostAndEachHasItsOwnVerdict) {
+    OnThreads([](int number) {
+        for (int round = 0; round < kRounds; ++round) {
+            @autoreleasepool {
+                [[FBSDKAppEvents shared] logEvent:number % 2 == 0 ? @"good" : @"b.a.d" parameters:@{@"key" : @(round)}];
+                [[FBSDKAppEvents shared] activateApp];
+            }
+        }
+    });
+
+    const std::vector<Host::AppEvent> events = [FBSDKAppEvents events];
+    EXPECT_EQ(events.size(), static_cast<size_t>(kThreads * kRounds));
+    for (const Host::AppEvent& event : events) {
+        EXPECT_EQ(event.accepted, Text(event.name.get()) == "good");
+    }
+    EXPECT_EQ([FBSDKAppEvents developerErrorCount], static_cast<NSUInteger>(kThreads * kRounds));
 }
 
 TEST_F(FacebookThreads, ListenerHearsEveryCallInTheOrderOfTheRecord) {

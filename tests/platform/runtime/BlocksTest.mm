@@ -23,7 +23,7 @@ using Tarvik::Vorn::Test::PoolTest;
 @interface HostBlockOwner : NSObject {
     dispatch_block_t _work;
 }
-@property (nonatomic, copy) dispatch_block_t work;
+@property(nonatomic, copy) dispatch_block_t work;
 @end
 
 @implementation HostBlockOwner
@@ -45,9 +45,10 @@ using Tarvik::Vorn::Test::PoolTest;
 
 @implementation HostCounter
 - (dispatch_block_t)copyIncrementingBlock {
-    return Block_copy(^{
+    const dispatch_block_t increment = ^{
         ++_value;
-    });
+    };
+    return Block_copy(increment);
 }
 - (int)value {
     return _value;
@@ -158,9 +159,10 @@ TEST_F(HostBlocks, ABlockScalarIsSharedByTheFrameAndEveryCopy) {
 TEST_F(HostBlocks, ABlockScalarOutlivesTheFrameThatDeclaredIt) {
     int (^next)() = ^{
         __block int value = 40;
-        return static_cast<int (^)()>(Block_copy(^{
+        int (^const increment)() = ^{
             return ++value;
-        }));
+        };
+        return Block_copy(increment);
     }();
 
     const int first = next();
@@ -298,6 +300,7 @@ TEST_F(HostBlocks, ManyThreadsCopyAndReleaseOneBlock) {
     std::latch start(kThreads);
 
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&start, heap] {
             start.arrive_and_wait();
@@ -331,6 +334,7 @@ TEST_F(HostBlocks, ManyThreadsCopyBlocksThatShareAVariable) {
         std::latch start(kThreads);
 
         std::vector<std::thread> threads;
+        threads.reserve(kThreads);
         for (int i = 0; i < kThreads; ++i) {
             threads.emplace_back([&start, onStack] {
                 start.arrive_and_wait();
@@ -359,6 +363,7 @@ TEST_F(HostBlocks, AVariableIsSharedByMoreBlocksThanSixteenBitsCount) {
             (void)value.counts();
         };
         std::vector<dispatch_block_t> copies;
+        copies.reserve(kBlocks);
         for (int i = 0; i < kBlocks; ++i) {
             copies.push_back(Block_copy(onStack));
         }

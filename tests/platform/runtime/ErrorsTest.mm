@@ -73,10 +73,17 @@ TEST_F(HostErrors, TheDescriptionForDevelopersNamesDomainCodeAndText) {
 }
 
 TEST_F(HostErrors, TheDescriptionForDevelopersListsTheUserInfo) {
-    NSError* error = Make(7, @{@"status" : @404, @"body" : @"not found", NSLocalizedFailureReasonErrorKey : @"why"});
+    NSError* error = Make(
+        7,
+        @{@"e" : @5,
+          @"d" : @4,
+          @"c" : @3,
+          @"b" : @2,
+          @"a" : @1,
+          NSURLErrorKey : @"link"});
 
     ExpectText([error description],
-               "Error Domain=com.x Code=7 \"(null)\" UserInfo={NSLocalizedFailureReason=why, body=not found, status=404}");
+               "Error Domain=com.x Code=7 \"(null)\" UserInfo={NSURL=link, a=1, b=2, c=3, d=4, e=5}");
 }
 
 TEST_F(HostErrors, TheDescriptionForDevelopersNestsErrorsWithTheirAddress) {

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include <latch>
+#include <semaphore>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -200,6 +201,7 @@ TEST_F(HostMainQueue, ThreadsPostAndEachKeepsItsOrder) {
     std::latch start(kThreads);
 
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int thread = 0; thread < kThreads; ++thread) {
         threads.emplace_back([&start, ran, thread] {
             start.arrive_and_wait();
@@ -295,6 +297,33 @@ TEST_F(HostMainQueue, APostFromAThreadWakesTheWaitingRunLoop) {
     EXPECT_EQ(MainQueueDepth(), 0U);
 }
 
+TEST_F(HostMainQueue, AnIdleRunLoopSleepsUntilTheNextPostAndReturnsAfterIt) {
+    constexpr int kRounds = 50;
+    std::vector<int>* ran = &mRan;
+    std::binary_semaphore mayPost(0);
+    std::thread poster([&mayPost, ran] {
+        for (int round = 0; round < kRounds; ++round) {
+            mayPost.acquire();
+            dispatch_async(dispatch_get_main_queue(), ^{
+                ran->push_back(round);
+            });
+        }
+    });
+
+    int early = 0;
+    for (size_t round = 1; round <= kRounds; ++round) {
+        mayPost.release();
+        [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantFuture]];
+        early += mRan.size() < round ? 1 : 0;
+        while (mRan.size() < round) {
+            [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantFuture]];
+        }
+    }
+    poster.join();
+
+    EXPECT_EQ(early, 0);
+}
+
 TEST_F(HostMainQueue, ARunLoopNestedInQueuedWorkDoesNotRunTheQueue) {
     std::vector<int>* ran = &mRan;
     dispatch_async(dispatch_get_main_queue(), ^{
@@ -375,7 +404,8 @@ TEST_F(HostMainQueueDeath, ACppExceptionInTheRunLoopEndsTheProcess) {
 
 TEST_F(HostMainQueueDeath, DrainingOnAnotherThreadEndsTheProcess) {
     EXPECT_DEATH(std::thread([] { DrainMainQueue(); }).join(), "DrainMainQueue is for the main thread only");
-    EXPECT_DEATH(std::thread([] { RunMainLoopUntilIdle(); }).join(), "RunMainLoopUntilIdle is for the main thread only");
+    EXPECT_DEATH(std::thread([] { RunMainLoopUntilIdle(); }).join(),
+                 "RunMainLoopUntilIdle is for the main thread only");
     EXPECT_DEATH(std::thread([] { DiscardMainQueue(); }).join(), "DiscardMainQueue is for the main thread only");
 }
 

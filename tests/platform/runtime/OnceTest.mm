@@ -1,4 +1,5 @@
-// dispatch_once runs its block once in the life of the process, and everyone sees what it wrote.
+// dispatch_once runs its block once for a token, and everyone sees what it wrote. The tokens live on the stack here, so
+// that the tests can be repeated in one process; programs give them static duration.
 
 #include "PoolTest.h"
 #include "Witness.h"
@@ -18,18 +19,15 @@ void Increment(void* context) {
     ++*static_cast<int*>(context);
 }
 
-// The tokens have static duration, as the interface demands.
-dispatch_once_t sRecursiveToken;
-
-void RunRecursively() {
-    dispatch_once(&sRecursiveToken, ^{
-        RunRecursively();
+void RunRecursively(dispatch_once_t* token) {
+    dispatch_once(token, ^{
+        RunRecursively(token);
     });
 }
 
 TEST_F(HostOnce, RunsTheBlockOnceForEachToken) {
-    static dispatch_once_t firstToken;
-    static dispatch_once_t secondToken;
+    dispatch_once_t firstToken = 0;
+    dispatch_once_t secondToken = 0;
     __block int runs = 0;
 
     for (int i = 0; i < 3; ++i) {
@@ -45,7 +43,7 @@ TEST_F(HostOnce, RunsTheBlockOnceForEachToken) {
 }
 
 TEST_F(HostOnce, RunsAFunctionOnceWithItsContext) {
-    static dispatch_once_t token;
+    dispatch_once_t token = 0;
     int runs = 0;
 
     dispatch_once_f(&token, &runs, Increment);
@@ -55,7 +53,7 @@ TEST_F(HostOnce, RunsAFunctionOnceWithItsContext) {
 }
 
 TEST_F(HostOnce, ReleasesNothingThatTheBlockCaptured) {
-    static dispatch_once_t token;
+    dispatch_once_t token = 0;
     HostWitness* witness = [[HostWitness alloc] init];
 
     dispatch_once(&token, ^{
@@ -67,12 +65,13 @@ TEST_F(HostOnce, ReleasesNothingThatTheBlockCaptured) {
 }
 
 TEST_F(HostOnce, ABlockMayUseAnotherToken) {
-    static dispatch_once_t outerToken;
-    static dispatch_once_t innerToken;
+    dispatch_once_t outerToken = 0;
+    dispatch_once_t innerToken = 0;
+    dispatch_once_t* const inner = &innerToken;
     __block int runs = 0;
 
     dispatch_once(&outerToken, ^{
-        dispatch_once(&innerToken, ^{
+        dispatch_once(inner, ^{
             runs += 1;
         });
         runs += 10;
@@ -83,22 +82,23 @@ TEST_F(HostOnce, ABlockMayUseAnotherToken) {
 
 TEST_F(HostOnce, ThreadsThatArriveMeanwhileWaitAndSeeTheResult) {
     constexpr int kThreads = 8;
-    static dispatch_once_t token;
-    static int value; // Plain on purpose: the token alone orders the accesses.
+    dispatch_once_t token = 0;
+    int value = 0; // Plain on purpose: the token alone orders the accesses.
     std::latch start(kThreads);
     std::vector<int> seen(kThreads, 0);
 
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (size_t i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&start, &seen, i] {
+        threads.emplace_back([&start, &seen, i, once = &token, shared = &value] {
             start.arrive_and_wait();
-            dispatch_once(&token, ^{
+            dispatch_once(once, ^{
                 for (int step = 0; step < 1000; ++step) {
-                    ++value;
+                    ++*shared;
                     std::this_thread::yield();
                 }
             });
-            seen[i] = value;
+            seen[i] = *shared;
         });
     }
     for (std::thread& thread : threads) {
@@ -109,14 +109,14 @@ TEST_F(HostOnce, ThreadsThatArriveMeanwhileWaitAndSeeTheResult) {
 }
 
 TEST_F(HostOnce, ASlowBlockHoldsUpItsOwnTokenOnly) {
-    static dispatch_once_t slowToken;
-    static dispatch_once_t otherToken;
+    dispatch_once_t slowToken = 0;
+    dispatch_once_t otherToken = 0;
     std::latch slowBegan(1);
     std::latch otherDone(1);
     std::latch* began = &slowBegan;
     std::latch* done = &otherDone;
-    std::thread slow([=] {
-        dispatch_once(&slowToken, ^{
+    std::thread slow([began, done, token = &slowToken] {
+        dispatch_once(token, ^{
             began->count_down();
             done->wait();
         });
@@ -135,13 +135,14 @@ TEST_F(HostOnce, ASlowBlockHoldsUpItsOwnTokenOnly) {
 
 TEST_F(HostOnce, ComingBackToTheSameTokenEndsTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
+    dispatch_once_t token = 0;
 
-    EXPECT_DEATH(RunRecursively(), "dispatch_once was called again with the same token");
+    EXPECT_DEATH(RunRecursively(&token), "dispatch_once was called again with the same token");
 }
 
 TEST_F(HostOnce, AnExceptionThatLeavesTheBlockEndsTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    static dispatch_once_t token;
+    dispatch_once_t token = 0;
 
     EXPECT_DEATH(dispatch_once(&token,
                                ^{

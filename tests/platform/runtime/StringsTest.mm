@@ -160,9 +160,15 @@ TEST_F(HostStrings, IntValueStopsAtTheEndsOfItsRange) {
     const struct {
         const char* text;
         int value;
-    } cases[] = {{"99999999999", INT_MAX}, {"-99999999999", INT_MIN}, {"99999999999999999999", INT_MAX},
-                 {"2147483648", INT_MAX},  {"2147483647", INT_MAX},   {"-2147483648", INT_MIN},
-                 {" 12x", 12},             {"-7", -7},                {"", 0},
+    } cases[] = {{"99999999999", INT_MAX},
+                 {"-99999999999", INT_MIN},
+                 {"99999999999999999999", INT_MAX},
+                 {"2147483648", INT_MAX},
+                 {"2147483647", INT_MAX},
+                 {"-2147483648", INT_MIN},
+                 {" 12x", 12},
+                 {"-7", -7},
+                 {"", 0},
                  {"abc", 0}};
 
     for (const auto& example : cases) {

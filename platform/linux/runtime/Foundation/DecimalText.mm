@@ -2,6 +2,7 @@
 
 #include "MethodReplacement.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -14,13 +15,10 @@ using TextBody = NSString*(NSDecimalNumber*, SEL, id);
 TextBody* sText = nullptr;
 
 // Writes "-1.25E-3" as "-0.00125": the point moves by the exponent, zeros fill the gap, and those that say nothing go.
-// A text that is no number (NaN) comes back as it is.
+// NaN has nothing to move or drop and comes back as it is.
 std::string PlainDigits(const std::string& text) {
     const size_t start = text.compare(0, 1, "-") == 0 ? 1 : 0;
     const size_t mantissaEnd = std::min(text.find('E'), text.size());
-    if (start == mantissaEnd || text.find_first_not_of("0123456789.", start) < mantissaEnd) {
-        return text;
-    }
     const long exponent = mantissaEnd < text.size() ? std::strtol(text.c_str() + mantissaEnd + 1, nullptr, 10) : 0;
     std::string digits = text.substr(start, mantissaEnd - start);
     const size_t point = std::min(digits.find('.'), digits.size());

@@ -6,6 +6,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <bit>
 #include <cstring>
 
 namespace {
@@ -74,7 +75,7 @@ NSString* UserInfoText(NSDictionary* userInfo) {
     self = [super init];
     if (self != nil) {
         // GNUstep declares _code as int. It leaves _internal, a word meant for additions, unused.
-        _internal = reinterpret_cast<id>(code);
+        _internal = std::bit_cast<id>(code);
         _code = static_cast<int>(code);
         _domain = [domain copy];
         _userInfo = userInfo != nil ? [userInfo copy] : [[NSDictionary alloc] init];
@@ -113,7 +114,7 @@ NSString* UserInfoText(NSDictionary* userInfo) {
 }
 
 - (NSInteger)code {
-    return reinterpret_cast<NSInteger>(_internal);
+    return std::bit_cast<NSInteger>(_internal);
 }
 
 - (NSString*)localizedFailureReason {
@@ -140,9 +141,9 @@ NSString* UserInfoText(NSDictionary* userInfo) {
 
 - (NSString*)description {
     NSDictionary* userInfo = [self userInfo];
-    NSString* text = [NSString stringWithFormat:@"Error Domain=%@ Code=%ld \"%@\"", [self domain],
-                                                static_cast<long>([self code]),
-                                                [userInfo objectForKey:NSLocalizedDescriptionKey]];
+    NSString* text =
+        [NSString stringWithFormat:@"Error Domain=%@ Code=%ld \"%@\"", [self domain], static_cast<long>([self code]),
+                                   [userInfo objectForKey:NSLocalizedDescriptionKey]];
     if ([userInfo count] == 0) {
         return text;
     }

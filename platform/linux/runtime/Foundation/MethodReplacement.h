@@ -7,8 +7,8 @@
 
 namespace Tarvik::Vorn::Host {
 
-// Gives the method that `owner` itself has for this selector a new body and returns the old one. Ends the process with a
-// message when `owner` has none or only inherits one. REQUIRES: called from +load.
+// Gives the method that `owner` itself has for this selector a new body and returns the old one. Ends the process with
+// a message when `owner` has none or only inherits one. REQUIRES: called from +load.
 IMP ReplaceMethodBody(Class owner, SEL selector, IMP body);
 
 // As above with typed bodies, which take the receiver and the selector first; the old one goes to `*original`.

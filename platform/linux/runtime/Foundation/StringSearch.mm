@@ -26,8 +26,8 @@ bool IsRegularExpression(NSStringCompareOptions options) {
 
 // nil for an invalid pattern.
 NSRegularExpression* Expression(NSString* pattern, NSStringCompareOptions options) {
-    const auto caseOption = (options & NSCaseInsensitiveSearch) != 0 ? NSRegularExpressionCaseInsensitive
-                                                                     : NSRegularExpressionOptions{};
+    const auto caseOption =
+        (options & NSCaseInsensitiveSearch) != 0 ? NSRegularExpressionCaseInsensitive : NSRegularExpressionOptions{};
     return [NSRegularExpression regularExpressionWithPattern:pattern options:caseOption error:nullptr];
 }
 
@@ -49,8 +49,8 @@ void RequireArguments(NSString* receiver, SEL selector, NSString* target, NSStri
 }
 
 // Replaces in `text` what the pattern matches, and returns how often.
-NSUInteger ReplaceMatches(NSMutableString* text, NSString* pattern, NSString* replacement, NSStringCompareOptions options,
-                          NSRange range) {
+NSUInteger ReplaceMatches(NSMutableString* text, NSString* pattern, NSString* replacement,
+                          NSStringCompareOptions options, NSRange range) {
     NSString* const original = [[text copy] autorelease];
     NSRegularExpression* const expression = Expression(pattern, options);
     NSArray* const matches = [expression matchesInString:original options:MatchingOptions(options) range:range];

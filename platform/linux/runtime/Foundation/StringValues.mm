@@ -49,8 +49,8 @@ const char* UTF8String(NSString* self, SEL) {
         ReplaceInCluster([NSString class], @selector(intValue), IntValue);
         ReplaceMethod([NSString class], @selector(compare:), Compare, &sCompare);
         // The other classes hold literals and single bytes, which have no surrogates.
-        for (Class owner : {[NSString class], objc_getRequiredClass("GSUnicodeString"),
-                            objc_getRequiredClass("GSMutableString")}) {
+        for (Class owner :
+             {[NSString class], objc_getRequiredClass("GSUnicodeString"), objc_getRequiredClass("GSMutableString")}) {
             ReplaceMethodBody(owner, @selector(UTF8String), reinterpret_cast<IMP>(UTF8String));
         }
     }

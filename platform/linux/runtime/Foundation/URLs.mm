@@ -1,8 +1,8 @@
 // NSURL as Apple documents it.
 //
-// GNUstep returns nil for a nil text, which raises on Apple; rejects "http://host?query", where the query stands directly
-// behind the host; and has no path where Apple's is empty. Texts with characters that no URL may contain are rejected or
-// percent-encoded, as Foundation+Control.h says.
+// GNUstep returns nil for a nil text, which raises on Apple; rejects "http://host?query", where the query stands
+// directly behind the host; and has no path where Apple's is empty. Texts with characters that no URL may contain are
+// rejected or percent-encoded, as Foundation+Control.h says.
 
 #include "Foundation+Control.h"
 #include "MethodReplacement.h"
@@ -31,7 +31,6 @@ InitBody* sInit = nullptr;
 InitFileBody* sInitFile = nullptr;
 InitDirectoryBody* sInitDirectory = nullptr;
 TextBody* sAbsoluteString = nullptr;
-TextBody* sResourceSpecifier = nullptr;
 TextBody* sPath = nullptr;
 
 std::atomic<URLParsing> sParsing{URLParsing::kRejectInvalid};
@@ -77,8 +76,8 @@ bool IsHexDigit(char character) {
 void AppendEncoded(std::string& result, std::string_view part, std::string_view alsoAllowed) {
     for (size_t i = 0; i < part.size(); ++i) {
         const char character = part[i];
-        const bool isEscape = character == '%' && i + 2 < part.size() && IsHexDigit(part[i + 1]) &&
-                              IsHexDigit(part[i + 2]);
+        const bool isEscape =
+            character == '%' && i + 2 < part.size() && IsHexDigit(part[i + 1]) && IsHexDigit(part[i + 2]);
         if (isEscape || kAlphanumeric.find(character) != kAlphanumeric.npos || kMarks.find(character) != kMarks.npos ||
             alsoAllowed.find(character) != alsoAllowed.npos) {
             result += character;
@@ -90,8 +89,8 @@ void AppendEncoded(std::string& result, std::string_view part, std::string_view 
     }
 }
 
-// Scheme and authority are left alone: a host with characters that it may not have makes no URL. (Apple would turn a host
-// outside ASCII into its internationalised form.)
+// Scheme and authority are left alone: a host with characters that it may not have makes no URL. (Apple would turn a
+// host outside ASCII into its internationalised form.)
 std::string EncodeInvalid(std::string_view text) {
     const Parts parts = Split(text);
     std::string result(parts.scheme);
@@ -168,14 +167,6 @@ NSString* AbsoluteString(NSURL* self, SEL selector) {
     return HasEmptyPathBeforeMore(self) ? [self vornHostText] : sAbsoluteString(self, selector);
 }
 
-NSString* ResourceSpecifier(NSURL* self, SEL selector) {
-    if (!HasEmptyPathBeforeMore(self)) {
-        return sResourceSpecifier(self, selector);
-    }
-    const std::string_view text = [[self vornHostText] UTF8String];
-    return [NSString stringWithUTF8String:text.data() + Split(text).scheme.size()];
-}
-
 // nil only for a URL like "mailto:someone", which has no path at all. pathExtension and the like follow.
 NSString* Path(NSURL* self, SEL selector) {
     if (HasEmptyPathBeforeMore(self)) {
@@ -215,7 +206,6 @@ URLParsing CurrentURLParsing() {
         ReplaceMethod(url, @selector(initFileURLWithPath:), InitFile, &sInitFile);
         ReplaceMethod(url, @selector(initFileURLWithPath:isDirectory:), InitDirectory, &sInitDirectory);
         ReplaceMethod(url, @selector(absoluteString), AbsoluteString, &sAbsoluteString);
-        ReplaceMethod(url, @selector(resourceSpecifier), ResourceSpecifier, &sResourceSpecifier);
         ReplaceMethod(url, @selector(path), Path, &sPath);
     }
 }
@@ -226,11 +216,9 @@ URLParsing CurrentURLParsing() {
 }
 
 - (void)setVornHostText:(NSString*)text {
-    if (self != nil) {
-        NSString* old = _urlString;
-        _urlString = [text copy];
-        [old release];
-    }
+    NSString* const old = _urlString;
+    _urlString = [text copy];
+    [old release];
 }
 
 @end
