@@ -85,10 +85,7 @@ NSString* ConfiguredText(const char* key) {
                                                    openURL:url
                                          sourceApplication:sourceApplication
                                                 annotation:annotation];
-    return [self fb_application:application
-                        openURL:url
-              sourceApplication:sourceApplication
-                     annotation:annotation];
+    return [self fb_application:application openURL:url sourceApplication:sourceApplication annotation:annotation];
 }
 
 - (BOOL)fb_application:(UIApplication*)application openURL:(NSURL*)url options:(NSDictionary*)options {

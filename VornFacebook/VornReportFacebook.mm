@@ -21,9 +21,9 @@ VORN_SINGLETON_FAMILY(VornReportFacebook)
          isRealtime:(BOOL)isRealtime
               seqID:(NSString*)seqID
               extra:(NSString*)extra {
-    VORN_LOG_DEBUG("[ %s ] Facebook reportEvent eventName : %s, isRealTime : %d, params : %s extraJson : %s", CStr(seqID),
-                   CStr(eventName), isRealtime ? 1 : 0, CStr([VornUtilsIOS jsonStringFromDict:params prettyPrint:NO]),
-                   CStr(extra));
+    VORN_LOG_DEBUG("[ %s ] Facebook reportEvent eventName : %s, isRealTime : %d, params : %s extraJson : %s",
+                   CStr(seqID), CStr(eventName), isRealtime ? 1 : 0,
+                   CStr([VornUtilsIOS jsonStringFromDict:params prettyPrint:NO]), CStr(extra));
     if ([eventName length] == 0) {
         VORN_LOG_ERROR("[ %s ] must specify the eventName", CStr(seqID));
         return;

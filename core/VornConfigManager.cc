@@ -29,7 +29,7 @@ template class VornSingleton<VornConfigManager>;
 // Every manager shows the one configuration of the process, so that the functions of VornConfig.h need none.
 VornConfigManager::VornConfigManager() : mState(&State()) {}
 
-VornConfigManager::~VornConfigManager() = default;
+VornConfigManager::~VornConfigManager() {} // The configuration outlives every manager; callers need the symbol.
 
 std::string VornConfigManager::Get(const std::string& key, const char* defaultValue) {
     auto& state = *static_cast<ConfigState*>(mState);

@@ -61,7 +61,7 @@ void SetMinimumLogLevel(ILogLevel level) {
 VornLogger::VornLogger(ILogLevel level, const char* tag, const char* file, const char* function, int line)
     : mLevel(level), mTag(tag), mFile(file), mFunction(function), mLine(line) {}
 
-VornLogger::~VornLogger() = default;
+VornLogger::~VornLogger() {} // Nothing to dispose of; callers need the symbol.
 
 VornLogger& VornLogger::console() {
     return *this;

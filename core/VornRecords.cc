@@ -12,6 +12,7 @@ InnerBaseRet::InnerBaseRet() : methodNameID(0), retCode(0), thirdCode(0) {}
 InnerBaseRet::InnerBaseRet(int code)
     : methodNameID(0), retCode(code), retMsg(VornUtils::GetRetMsg(code)), thirdCode(0) {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the text is passed by value, as callers compiled elsewhere do.
 InnerBaseRet::InnerBaseRet(int code, int otherCode, String otherText)
     : methodNameID(0), retCode(code), retMsg(VornUtils::GetRetMsg(code)), thirdCode(otherCode), thirdMsg(otherText) {}
 

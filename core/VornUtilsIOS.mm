@@ -208,6 +208,14 @@ id AnswerNothing(id /*self*/, SEL /*command*/, ...) {
     return nil;
 }
 
+// Makes `implementation` the class's own for `selector`. No superclass changes where the method was inherited: this
+// runtime's class_replaceMethod would change it there.
+void SetOwnMethod(Class cls, SEL selector, IMP implementation, const char* types) {
+    if (!class_addMethod(cls, selector, implementation, types)) {
+        method_setImplementation(class_getInstanceMethod(cls, selector), implementation);
+    }
+}
+
 } // namespace
 
 @implementation VornUtilsIOS
@@ -251,9 +259,8 @@ id AnswerNothing(id /*self*/, SEL /*command*/, ...) {
     const IMP originalIMP =
         original == nullptr ? reinterpret_cast<IMP>(&AnswerNothing) : method_getImplementation(original);
 
-    // Both methods become the class's own, so that no superclass changes where one of them was inherited or missing.
-    class_replaceMethod(originalClass, originalSEL, replacementIMP, types);
-    class_replaceMethod(originalClass, swizzledSEL, originalIMP, types);
+    SetOwnMethod(originalClass, originalSEL, replacementIMP, types);
+    SetOwnMethod(originalClass, swizzledSEL, originalIMP, types);
 }
 
 @end

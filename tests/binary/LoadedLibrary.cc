@@ -5,6 +5,9 @@
 #include <functional>
 #include <link.h>
 
+// The loader's tables hold addresses as integers.
+// NOLINTBEGIN(performance-no-int-to-ptr)
+
 namespace Tarvik::Vorn::Test::LoadedLibrary {
 namespace {
 
@@ -80,3 +83,5 @@ std::vector<const void*> ReferencesTo(const std::string& name, const std::string
 }
 
 } // namespace Tarvik::Vorn::Test::LoadedLibrary
+
+// NOLINTEND(performance-no-int-to-ptr)

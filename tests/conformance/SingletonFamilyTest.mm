@@ -96,7 +96,7 @@ private:
     Class mClass;
 };
 
-INSTANTIATE_TEST_SUITE_P(Plugin, SingletonFamilyTest, ::testing::Values("VornLoginFacebook"),
+INSTANTIATE_TEST_SUITE_P(Plugin, SingletonFamilyTest, ::testing::Values("VornLoginFacebook", "VornReportFacebook"),
                          [](const auto& info) { return std::string(info.param); });
 
 TEST_P(SingletonFamilyTest, SharedInstanceIsAlwaysTheSame) {

@@ -99,8 +99,8 @@ std::optional<Objection> ObjectionToParameters(NSDictionary* parameters) {
 }
 
 void PostDrop(const Objection& objection) {
-    NSString* const message = [NSString
-        stringWithFormat:@"Event not logged: %s ('%s').", objection.rule.c_str(), objection.offender.c_str()];
+    NSString* const message =
+        [NSString stringWithFormat:@"Event not logged: %s ('%s').", objection.rule.c_str(), objection.offender.c_str()];
     [[NSNotificationCenter defaultCenter]
         postNotificationName:FBSDKAppEventsLoggingResultNotification
                       object:MakeSDKError(FBSDKErrorDomain, FBSDKErrorAppEventsFlush, message)];
@@ -167,8 +167,8 @@ bool BeginSession() {
 }
 
 - (void)logEvent:(FBSDKAppEventName)eventName parameters:(NSDictionary<FBSDKAppEventParameterName, id>*)parameters {
-    PlatformCalls::Record(kClassName, "logEvent:parameters:",
-                          JoinArguments({QuotedText(eventName), DictionaryText(parameters)}));
+    PlatformCalls::Record(kClassName,
+                          "logEvent:parameters:", JoinArguments({QuotedText(eventName), DictionaryText(parameters)}));
     Log(eventName, parameters, AppEventForm::kWithParameters);
 }
 

@@ -213,6 +213,7 @@ TEST_F(Config, ReadersSeeWholeConfigurationsWhileItIsReplaced) {
     std::atomic<int> strange = 0;
     std::latch start(kReaders + 1);
     std::vector<std::thread> readers;
+    readers.reserve(kReaders);
     for (int i = 0; i < kReaders; ++i) {
         readers.emplace_back([&] {
             start.arrive_and_wait();

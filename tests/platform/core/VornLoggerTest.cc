@@ -48,6 +48,7 @@ protected:
 
     std::vector<std::string> Texts() const {
         std::vector<std::string> texts;
+        texts.reserve(mLines.size());
         for (const VornLogLine& line : mLines) {
             texts.push_back(line.text);
         }
@@ -285,6 +286,7 @@ template <class Work>
 void OnThreads(Work work) {
     std::latch start(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int number = 0; number < kThreads; ++number) {
         threads.emplace_back([&start, &work, number] {
             start.arrive_and_wait();
@@ -344,6 +346,7 @@ TEST_F(Logger, OldSinkIsNotRunningAnyMoreOnceItIsReplaced) {
     std::atomic<bool> stop = false;
     SetLogSink([](const VornLogLine&) {});
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int number = 0; number < kThreads; ++number) {
         threads.emplace_back([&] {
             while (!stop) {
@@ -428,8 +431,7 @@ TEST_F(Logger, LogSinkThatTracesAndTraceSinkThatLogsDoNotWaitForEachOther) {
     });
     const size_t onConsole = LinesOf(GetCapturedStderr()).size();
 
-    // Each line causes a trace, whose own line finds the log sink busy. Each trace causes a line, which reaches the
-    // sink.
+    // A line causes a trace, whose own line finds the log sink busy. A trace causes a line, which reaches the sink.
     constexpr int kEach = kThreads / 2 * kLinesPerThread;
     EXPECT_EQ(logs, 2 * kEach);
     EXPECT_EQ(traces, 2 * kEach);

@@ -35,6 +35,7 @@ void Note(int integer, void* opaque) {
 
 std::vector<int> NumbersOf(const std::vector<Call>& calls) {
     std::vector<int> numbers;
+    numbers.reserve(calls.size());
     for (const Call& call : calls) {
         numbers.push_back(call.number);
     }
@@ -84,6 +85,7 @@ TEST(MainThreadHop, CallsOnTheMainThreadFromEveryThread) {
     std::vector<std::vector<Ticket>> tickets(kThreads, std::vector<Ticket>(kHops));
     std::latch start(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
 
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&, i] {

@@ -11,7 +11,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace Tarvik::Vorn::Test {
@@ -61,6 +63,23 @@ TEST_F(Plugins, LibraryWithoutADirectoryIsInTheCurrentOne) {
     std::filesystem::current_path(before);
 
     EXPECT_TRUE(loaded) << error;
+}
+
+TEST_F(Plugins, LibraryWithoutADirectoryIsNotSearchedElsewhere) {
+    std::string directory = ::testing::TempDir() + "/VornPluginsTest.XXXXXX";
+    ASSERT_NE(mkdtemp(directory.data()), nullptr);
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(directory);
+    std::ofstream("libVornEmpty.so").close();
+    std::string error;
+
+    const bool loaded = LoadPluginLibrary("libVornEmpty.so", error);
+    std::filesystem::current_path(before);
+    std::filesystem::remove_all(directory);
+
+    EXPECT_FALSE(loaded);
+    EXPECT_THAT(error, StartsWith("the plugin library \"libVornEmpty.so\" cannot be loaded: "));
+    EXPECT_THAT(error, HasSubstr("file too short")); // It was found, but is empty.
 }
 
 TEST_F(Plugins, MissingLibraryIsNamedWithTheReason) {

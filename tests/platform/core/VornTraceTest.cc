@@ -152,6 +152,7 @@ TEST_F(Trace, SinkIsCalledForOneEntryAtATime) {
     });
     std::latch start(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
 
     for (int number = 0; number < kThreads; ++number) {
         threads.emplace_back([&start] {

@@ -173,8 +173,8 @@ TEST_F(FacebookAppEvents, AreRecordedInTheFormOfTheCaller) {
 
     EXPECT_THAT(Host::PlatformCalls::All(),
                 ElementsAre(PlatformCall{"FBSDKAppEvents", "logEvent:", "\"first\"", true},
-                            PlatformCall{"FBSDKAppEvents", "logEvent:parameters:",
-                                         "\"second\", {\"a\":\"text\",\"b\":1.5}", true},
+                            PlatformCall{"FBSDKAppEvents",
+                                         "logEvent:parameters:", "\"second\", {\"a\":\"text\",\"b\":1.5}", true},
                             PlatformCall{"FBSDKAppEvents", "logEvent:parameters:", "nil, nil", true},
                             PlatformCall{"FBSDKAppEvents", "activateApp", "", true}));
 }
@@ -266,8 +266,7 @@ TEST_F(FacebookAppEvents, AreDroppedWholeForOneBadParameter) {
 TEST_F(FacebookAppEvents, TellWhatWasWrongWithThem) {
     EXPECT_EQ(ObjectionTo(nil, nil), ": the name is empty");
     EXPECT_EQ(ObjectionTo(@"a.b", nil), "a.b: the name has a character that is not allowed there");
-    EXPECT_EQ(ObjectionTo(Repeated(@"a", 41), nil),
-              std::string(41, 'a') + ": the name is longer than 40 characters");
+    EXPECT_EQ(ObjectionTo(Repeated(@"a", 41), nil), std::string(41, 'a') + ": the name is longer than 40 characters");
     EXPECT_EQ(ObjectionTo(@"event", (@{@"" : @"value"})), ": the key is empty");
     EXPECT_EQ(ObjectionTo(@"event", (@{@"a.b" : @"value"})), "a.b: the key has a character that is not allowed there");
     EXPECT_EQ(ObjectionTo(@"event", (@{@12 : @"value"})), "12: the key is no text");

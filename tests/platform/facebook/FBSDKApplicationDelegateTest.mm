@@ -72,14 +72,13 @@ TEST_F(FacebookApplicationDelegate, EveryStartIsRecordedWithItsOptions) {
     Launch();
 
     const std::string urlClass = class_getName(object_getClass([NSURL URLWithString:@"fb1://x"]));
-    EXPECT_THAT(
-        Host::PlatformCalls::All(),
-        ElementsAre(PlatformCall{"FBSDKApplicationDelegate", "application:didFinishLaunchingWithOptions:",
-                                 "<UIApplication>, {\"UIApplicationLaunchOptionsURLKey\":<" + urlClass +
-                                     ">,\"a\":\"text\",\"b\":2}",
-                                 true},
-                    PlatformCall{"FBSDKApplicationDelegate", "application:didFinishLaunchingWithOptions:",
-                                 "<UIApplication>, nil", true}));
+    EXPECT_THAT(Host::PlatformCalls::All(),
+                ElementsAre(PlatformCall{"FBSDKApplicationDelegate", "application:didFinishLaunchingWithOptions:",
+                                         "<UIApplication>, {\"UIApplicationLaunchOptionsURLKey\":<" + urlClass +
+                                             ">,\"a\":\"text\",\"b\":2}",
+                                         true},
+                            PlatformCall{"FBSDKApplicationDelegate",
+                                         "application:didFinishLaunchingWithOptions:", "<UIApplication>, nil", true}));
 }
 
 TEST_F(FacebookApplicationDelegate, StartRaisesWhenTheAppClaimsFbapi) {
@@ -253,9 +252,8 @@ TEST_F(FacebookApplicationDelegate, TakingAURLEndsNoLogin) {
 }
 
 TEST_F(FacebookApplicationDelegate, TakesTheURLsThatADialogIsSaidToTake) {
-    [FBSDKApplicationDelegate setURLDecision:[](NSURL* url, NSString*, id) {
-        return [[url host] isEqualToString:@"bridge"] != NO;
-    }];
+    [FBSDKApplicationDelegate
+        setURLDecision:[](NSURL* url, NSString*, id) { return [[url host] isEqualToString:@"bridge"] != NO; }];
 
     EXPECT_EQ(Open(@"fb1000000000000001://bridge"), YES);
     EXPECT_EQ(OpenFrom(@"fb1000000000000001://bridge", nil, nil), YES);

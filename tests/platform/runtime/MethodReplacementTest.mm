@@ -55,6 +55,8 @@ TEST_F(HostMethodReplacement, TheNewBodyCanCallTheOldOne) {
     ReplaceMethod([HostParent class], @selector(number), TenTimesTheOriginal, &sOriginal);
 
     EXPECT_EQ([parent number], 10);
+    ReplaceMethodBody([HostParent class], @selector(number), reinterpret_cast<IMP>(sOriginal));
+    EXPECT_EQ([parent number], 1);
 }
 
 TEST_F(HostMethodReplacement, AClusterIsReplacedInEveryClassThatOverrides) {
