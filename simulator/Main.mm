@@ -32,12 +32,12 @@ int Run(const RunOptions& options) {
     if (!LoadPluginLibrary(options.plugin, problem)) {
         return Reject(problem);
     }
-    const id<VornLoginDelegate> loginPlugin = FindLoginPlugin("Facebook", problem);
-    if (loginPlugin == nil) {
+    const Plugins plugins{FindLoginPlugin("Facebook", problem), FindReportPlugin("Facebook", problem)};
+    if (plugins.login == nil || plugins.report == nil) {
         return Reject(problem);
     }
     Transcript transcript(stdout);
-    return PlayScenario(*scenario, loginPlugin, transcript, options.showTokens) ? kPlayed : kNotPlayed;
+    return PlayScenario(*scenario, plugins, transcript, options.showTokens) ? kPlayed : kNotPlayed;
 }
 
 } // namespace

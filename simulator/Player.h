@@ -8,9 +8,14 @@
 
 namespace Tarvik::Vorn::Simulator {
 
-// Main thread. `loginPlugin` is borrowed and outlives the call. Returns false, with the reason in the transcript, when a
-// step cannot be played, such as an answer to a login that is not under way.
-// `showTokens`: the transcript shows access tokens.
-bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript, bool showTokens);
+// The plugins of a channel, borrowed from the classes that own them.
+struct Plugins {
+    id<VornLoginDelegate> login;
+    id<VornReportDelegate> report;
+};
+
+// Main thread. Returns false, with the reason in the transcript, when a step cannot be played, such as an answer to a
+// login that is not under way. `showTokens`: the transcript shows access tokens.
+bool PlayScenario(const Scenario& scenario, const Plugins& plugins, Transcript& transcript, bool showTokens);
 
 } // namespace Tarvik::Vorn::Simulator

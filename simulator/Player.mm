@@ -1,12 +1,16 @@
 #include "Player.h"
 
 #include "FBSDKCoreKit/FBSDKAccessToken+Control.h"
+#include "FBSDKCoreKit/FBSDKAppEvents+Control.h"
 #include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
 #include "FBSDKCoreKit/FBSDKSettings+Control.h"
 #include "FBSDKLoginKit/LoginAnswer.h"
 #include "MainQueue+Control.h"
 #include "Observers.h"
 #include "PlatformCalls.h"
+#include "UIKit/UIApplication+Control.h"
+#include "VornApplicationDelegate.h"
+#include "VornApplicationHandlers.h"
 #include "VornConfig.h"
 #include "VornDefine.h"
 #include "VornLogSink.h"
@@ -44,6 +48,11 @@ public:
                             line.file + " " + line.function + ": " + line.text);
         });
         SetTraceSink([&transcript](const VornTraceEntry& entry) {
+            if (entry.kind == VornTraceKind::kPlugin) {
+                transcript.Line("trace", "plugin " + entry.pluginName + " " + entry.pluginVersion + ", channel " +
+                                             entry.channel + ", SDK " + entry.sdkVersion);
+                return;
+            }
             transcript.Line("trace", entry.module + " [ " + entry.seqID + " ] " + entry.extraJson);
         });
         Host::SetPlatformCallListener([&transcript](const Host::PlatformCall& call) {
@@ -99,11 +108,32 @@ Host::LoginAnswer MakeAnswer(const AnswerLoginStep& step) {
     __builtin_unreachable();
 }
 
+std::string YesOrNo(bool answer) {
+    return answer ? "YES" : "NO";
+}
+
+// The object that a parameter of an event is for Objective-C.
+struct ParameterMaker {
+    id operator()(const std::string& text) const { return MakeNSString(text); }
+    id operator()(int64_t integer) const { return [NSNumber numberWithLongLong:integer]; }
+    id operator()(double number) const { return [NSNumber numberWithDouble:number]; }
+    id operator()(bool flag) const { return [NSNumber numberWithBool:flag ? YES : NO]; }
+    id operator()(std::nullptr_t) const { return [NSNull null]; }
+};
+
+template <class Value>
+id ParameterOf(const Value& value) {
+    return std::visit(ParameterMaker(), value);
+}
+
 // Plays one kind of step each. Returns false when the step cannot be played.
 class Player {
 public:
-    Player(id<VornLoginDelegate> loginPlugin, Transcript& transcript)
-        : mLoginPlugin(loginPlugin), mTranscript(transcript) {}
+    Player(const Plugins& plugins, Transcript& transcript)
+        : mPlugins(plugins), mTranscript(transcript), mDelegate(AdoptNS([[VornApplicationDelegate alloc] init])) {}
+    ~Player() { SetApplicationHandlers({}); }
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
 
     bool operator()(const NoteStep& step) const {
         mTranscript.Heading(step.text);
@@ -144,14 +174,14 @@ public:
     bool operator()(const LoginStep& step) const {
         mTranscript.Line("call", "login: request \"" + step.params.seqID + "\", permissions \"" +
                                      step.params.permissions + "\", subChannel \"" + step.params.subChannel + "\"");
-        [mLoginPlugin login:step.params];
+        [mPlugins.login login:step.params];
         mTranscript.Line("return", "login:");
         return true;
     }
 
     bool operator()(const LogoutStep& step) const {
         mTranscript.Line("call", "logout: request \"" + step.params.seqID + "\"");
-        [mLoginPlugin logout:&step.params];
+        [mPlugins.login logout:&step.params];
         mTranscript.Line("return", "logout:");
         return true;
     }
@@ -190,17 +220,108 @@ public:
         return true;
     }
 
+    bool operator()(const LaunchStep& step) const {
+        NSURL* const url = step.url.empty() ? nil : [NSURL URLWithString:MakeNSString(step.url)];
+        NSDictionary* const options = url == nil ? @{} : @{UIApplicationLaunchOptionsURLKey : url};
+        mTranscript.Line("system", "launches the app" + (step.url.empty() ? "" : " for " + step.url));
+        LetTheGameAnswer(step.answer);
+        Returned("launch", [mDelegate.get() application:[UIApplication sharedApplication]
+                               didFinishLaunchingWithOptions:options]);
+        return true;
+    }
+
+    bool operator()(const OpenURLStep& step) const {
+        NSURL* const url = [NSURL URLWithString:MakeNSString(step.url)];
+        if (url == nil) {
+            mTranscript.Line("error", "\"" + step.url + "\" is not a URL");
+            return false;
+        }
+        mTranscript.Line("system", "opens " + step.url + (step.source.empty() ? "" : " for " + step.source));
+        LetTheGameAnswer(step.answer);
+        UIApplication* const application = [UIApplication sharedApplication];
+        NSString* const source = step.source.empty() ? nil : MakeNSString(step.source);
+        if (step.withSource) {
+            Returned("open URL", [mDelegate.get() application:application
+                                                      openURL:url
+                                            sourceApplication:source
+                                                   annotation:@""]);
+            return true;
+        }
+        NSDictionary* const options = source == nil ? @{} : @{UIApplicationOpenURLOptionsSourceApplicationKey : source};
+        Returned("open URL", [mDelegate.get() application:application openURL:url options:options]);
+        return true;
+    }
+
+    bool operator()(const ActivateStep& /*step*/) const {
+        mTranscript.Line("system", "activates the app");
+        Host::BecomeActive();
+        return true;
+    }
+
+    bool operator()(const InitStatStep& /*step*/) const {
+        mTranscript.Line("call", "initStat");
+        Returned("initStat", [mPlugins.report initStat]);
+        return true;
+    }
+
+    bool operator()(const ReportStep& step) const {
+        NSMutableDictionary* const params = step.hasParams ? [NSMutableDictionary dictionary] : nil;
+        for (const auto& [key, value] : step.params) {
+            [params setObject:ParameterOf(value) forKey:MakeNSString(key)];
+        }
+        mTranscript.Line("call", "reportEvent: \"" + step.event + "\", request \"" + step.seqID + "\"");
+        const size_t already = [FBSDKAppEvents events].size();
+        [mPlugins.report reportEvent:MakeNSString(step.event)
+                              params:params
+                          isRealtime:step.isRealtime ? YES : NO
+                               seqID:MakeNSString(step.seqID)
+                               extra:MakeNSString(step.extra)];
+        mTranscript.Line("return", "reportEvent:");
+        TellEvents(already);
+        return true;
+    }
+
 private:
-    id<VornLoginDelegate> mLoginPlugin;
+    // The game's own methods of the application delegate answer this.
+    void LetTheGameAnswer(bool answer) const {
+        const auto play = [this, answer](const std::string& method) {
+            mTranscript.Line("game", method + " answers " + YesOrNo(answer));
+            return answer;
+        };
+        SetApplicationHandlers(
+            {.launch = [play](NSDictionary*) { return play("launch"); },
+             .openURL = [play](NSURL*, NSDictionary*) { return play("open URL"); },
+             .openURLFromApplication = [play](NSURL*, NSString*, id) { return play("open URL from an app"); }});
+    }
+
+    void Returned(const std::string& what, BOOL answer) const {
+        mTranscript.Line("return", what + " " + YesOrNo(answer != NO));
+    }
+
+    // What Facebook made of the events since `already` many were there.
+    void TellEvents(size_t already) const {
+        const std::vector<Host::AppEvent> events = [FBSDKAppEvents events];
+        for (size_t i = already; i < events.size(); ++i) {
+            const std::string name = CStr(events[i].name.get());
+            if (events[i].accepted) {
+                mTranscript.Line("events", "Facebook takes \"" + name + "\"");
+            } else {
+                mTranscript.Line("events", "Facebook drops \"" + name + "\" because of \"" + events[i].offender +
+                                               "\": " + events[i].rule);
+            }
+        }
+    }
+
+    Plugins mPlugins;
     Transcript& mTranscript;
+    RetainPtr<VornApplicationDelegate*> mDelegate;
 };
 
 } // namespace
 
-bool PlayScenario(const Scenario& scenario, id<VornLoginDelegate> loginPlugin, Transcript& transcript,
-                  bool showTokens) {
+bool PlayScenario(const Scenario& scenario, const Plugins& plugins, Transcript& transcript, bool showTokens) {
     const Listening listening(transcript, showTokens);
-    const Player player(loginPlugin, transcript);
+    const Player player(plugins, transcript);
     transcript.Heading(scenario.title);
     for (const Step& step : scenario.steps) {
         @autoreleasepool {

@@ -48,7 +48,7 @@ private:
     }
 
     void AddStep(const JsonValue& step, std::vector<Step>& steps) {
-        static constexpr std::array<std::pair<std::string_view, Maker>, 10> kMakers{{
+        static constexpr std::array<std::pair<std::string_view, Maker>, 15> kMakers{{
             {"note", &Reader::MakeNote},
             {"configure", &Reader::MakeConfigure},
             {"sdk-version", &Reader::MakeSDKVersion},
@@ -59,6 +59,11 @@ private:
             {"logout", &Reader::MakeLogout},
             {"commit", &Reader::MakeCommit},
             {"collect", &Reader::MakeCollect},
+            {"launch", &Reader::MakeLaunch},
+            {"open-url", &Reader::MakeOpenURL},
+            {"activate", &Reader::MakeActivate},
+            {"init-stat", &Reader::MakeInitStat},
+            {"report", &Reader::MakeReport},
         }};
         if (mFailed || !Check(mDocument.Expect(step, JsonKind::kObject, "a step", mError))) {
             return;
@@ -189,6 +194,75 @@ private:
         return CollectStep{};
     }
 
+    Step MakeLaunch(const JsonValue& value) {
+        LaunchStep step;
+        if (Known(value, {"url", "game"})) {
+            step.url = OptionalText(value, "url");
+            step.answer = GameAnswer(value);
+        }
+        return step;
+    }
+
+    Step MakeOpenURL(const JsonValue& value) {
+        OpenURLStep step;
+        if (Known(value, {"url", "source", "method", "game"})) {
+            step.url = Text(value, "url");
+            step.source = OptionalText(value, "source");
+            step.withSource = OptionalChoice(value, "method", {{"options", false}, {"source", true}}, false);
+            step.answer = GameAnswer(value);
+        }
+        return step;
+    }
+
+    Step MakeActivate(const JsonValue& value) {
+        Known(value, {});
+        return ActivateStep{};
+    }
+
+    Step MakeInitStat(const JsonValue& value) {
+        Known(value, {});
+        return InitStatStep{};
+    }
+
+    Step MakeReport(const JsonValue& value) {
+        ReportStep step;
+        if (!Known(value, {"event", "params", "realtime", "seqID", "extra"})) {
+            return step;
+        }
+        step.event = Text(value, "event");
+        step.seqID = Text(value, "seqID");
+        step.extra = OptionalText(value, "extra");
+        step.isRealtime = OptionalBool(value, "realtime", false);
+        const JsonValue* params = nullptr;
+        if (!mFailed && Check(mDocument.OptionalMember(value, "params", JsonKind::kObject, params, mError)) &&
+            params != nullptr && Check(mDocument.ExpectUniqueKeys(*params, mError))) {
+            step.hasParams = true;
+            for (const JsonMember& member : *params->AsObject()) {
+                AddParameter(member, step);
+            }
+        }
+        return step;
+    }
+
+    // A parameter of an event: any JSON value but a list or an object.
+    void AddParameter(const JsonMember& member, ReportStep& step) {
+        const JsonValue& value = member.value;
+        if (const std::string* const text = value.AsString()) {
+            step.params[member.key] = *text;
+        } else if (const std::optional<bool> flag = value.AsBool()) {
+            step.params[member.key] = *flag;
+        } else if (const std::optional<int64_t> integer = value.AsInt64()) {
+            step.params[member.key] = *integer;
+        } else if (const std::optional<double> number = value.AsDouble()) {
+            step.params[member.key] = *number;
+        } else if (value.IsNull()) {
+            step.params[member.key] = nullptr;
+        } else {
+            Fail(value, "the parameter \"" + member.key + "\" is " + NameOf(value.kind()),
+                 "use a text, a number, true, false or null");
+        }
+    }
+
     // ---- Members of a step. Each does nothing once something has failed.
 
     bool Known(const JsonValue& object, std::initializer_list<std::string_view> keys) {
@@ -217,6 +291,20 @@ private:
             return {};
         }
         return *member->AsString();
+    }
+
+    bool OptionalBool(const JsonValue& object, std::string_view key, bool otherwise) {
+        const JsonValue* member = nullptr;
+        if (mFailed || !Check(mDocument.OptionalMember(object, key, JsonKind::kBool, member, mError)) ||
+            member == nullptr) {
+            return otherwise;
+        }
+        return *member->AsBool();
+    }
+
+    // What the game's own method answers.
+    bool GameAnswer(const JsonValue& object) {
+        return OptionalChoice(object, "game", {{"YES", true}, {"NO", false}}, true);
     }
 
     int64_t Integer(const JsonValue& object, std::string_view key, int64_t least, int64_t greatest) {

@@ -4,6 +4,7 @@
 #include "VornLocatedError.h"
 #include "VornRecords.h"
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -67,11 +68,36 @@ struct CommitStep {
     int code = 0;
 };
 
+// The system launches the app, opens a URL in it, or activates it. The game's own methods answer `answer`.
+struct LaunchStep {
+    std::string url; // For which the app is launched; empty for none.
+    bool answer = true;
+};
+struct OpenURLStep {
+    std::string url;
+    std::string source;      // The app that asks; empty for none.
+    bool withSource = false; // By the older of the two methods, which has the source as an argument.
+    bool answer = true;
+};
+struct ActivateStep {};
+
+// The core starts the report plugin, or reports an event through it.
+struct InitStatStep {};
+struct ReportStep {
+    std::string event;
+    std::map<std::string, std::variant<std::string, int64_t, double, bool, std::nullptr_t>> params;
+    bool hasParams = false;
+    bool isRealtime = false;
+    std::string seqID;
+    std::string extra;
+};
+
 // The core hands cached results to the observers that are registered by now.
 struct CollectStep {};
 
 using Step = std::variant<NoteStep, ConfigureStep, SDKVersionStep, ObserveStep, RemoveObserverStep, LoginStep,
-                          LogoutStep, AnswerLoginStep, CommitStep, CollectStep>;
+                          LogoutStep, AnswerLoginStep, CommitStep, CollectStep, LaunchStep, OpenURLStep, ActivateStep,
+                          InitStatStep, ReportStep>;
 
 struct Scenario {
     std::string title;

@@ -9,6 +9,8 @@
 #include "InfoDictionary.h"
 #include "PlatformCalls.h"
 
+#import <UIKit/UIKit.h>
+
 namespace Tarvik::Vorn::Host {
 
 void ResetPlatform() {
@@ -20,6 +22,7 @@ void ResetPlatform() {
         [FBSDKAccessToken reset];
         [FBSDKAuthenticationToken reset];
         [FBSDKSettings reset];
+        [[UIApplication sharedApplication] setDelegate:nil];
         ResetInfoDictionary();
     }
     SetPlatformCallListener({});

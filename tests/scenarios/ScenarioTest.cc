@@ -168,6 +168,48 @@ TEST_F(ScenarioTest, ACommitHasObserverRequestAndCode) {
     EXPECT_EQ(step.code, 9999);
 }
 
+TEST_F(ScenarioTest, LaunchesAndURLOpensHaveAnAnswerOfTheGame) {
+    const auto launch = TheStep<LaunchStep>(R"({"launch": {"url": "fb1://x", "game": "NO"}})");
+    const auto plain = TheStep<LaunchStep>(R"({"launch": {}})");
+    const auto open = TheStep<OpenURLStep>(R"({"open-url": {"url": "fb1://x", "source": "a", "method": "source"}})");
+
+    EXPECT_EQ(launch.url, "fb1://x");
+    EXPECT_FALSE(launch.answer);
+    EXPECT_EQ(plain.url, "");
+    EXPECT_TRUE(plain.answer);
+    EXPECT_EQ(open.url, "fb1://x");
+    EXPECT_EQ(open.source, "a");
+    EXPECT_TRUE(open.withSource);
+    EXPECT_TRUE(open.answer);
+}
+
+TEST_F(ScenarioTest, ActivationAndStartOfReportingHaveNoMembers) {
+    TheStep<ActivateStep>(R"({"activate": {}})");
+    TheStep<InitStatStep>(R"({"init-stat": {}})");
+}
+
+TEST_F(ScenarioTest, AnEventHasParametersOfEveryScalarType) {
+    const auto step = TheStep<ReportStep>(R"({"report": {"event": "e", "seqID": "s", "extra": "x", "realtime": true,
+        "params": {"text": "t", "integer": -9007199254740993, "number": 0.5, "flag": false, "nothing": null}}})");
+
+    EXPECT_EQ(step.event, "e");
+    EXPECT_EQ(step.seqID, "s");
+    EXPECT_EQ(step.extra, "x");
+    EXPECT_TRUE(step.isRealtime);
+    EXPECT_TRUE(step.hasParams);
+    ASSERT_THAT(step.params, SizeIs(5));
+    EXPECT_EQ(std::get<std::string>(step.params.at("text")), "t");
+    EXPECT_EQ(std::get<int64_t>(step.params.at("integer")), -9007199254740993);
+    EXPECT_EQ(std::get<double>(step.params.at("number")), 0.5);
+    EXPECT_FALSE(std::get<bool>(step.params.at("flag")));
+    EXPECT_TRUE(std::holds_alternative<std::nullptr_t>(step.params.at("nothing")));
+}
+
+TEST_F(ScenarioTest, AnEventMayHaveNoParametersOrEmptyOnes) {
+    EXPECT_FALSE(TheStep<ReportStep>(R"({"report": {"event": "e", "seqID": "s"}})").hasParams);
+    EXPECT_TRUE(TheStep<ReportStep>(R"({"report": {"event": "e", "seqID": "s", "params": {}}})").hasParams);
+}
+
 // ---- Bad files
 
 TEST_F(ScenarioTest, AMissingFileIsNamed) {
@@ -260,7 +302,12 @@ INSTANTIATE_TEST_SUITE_P(
         BadStep{"ErrorWithoutCode", R"({"answer-login": {"outcome": "error", "message": "m", "domain": "d"}})", "4:18",
                 "\"code\""},
         BadStep{"ConfiguredNumber", R"({"configure": {"FACEBOOK_APP_ID": 12}})", "4:35", "\"FACEBOOK_APP_ID\""},
-        BadStep{"CollectWithMember", R"({"collect": {"seqID": "s"}})", "4:14", "\"seqID\""}),
+        BadStep{"CollectWithMember", R"({"collect": {"seqID": "s"}})", "4:14", "\"seqID\""},
+        BadStep{"ListAsParameter", R"({"report": {"event": "e", "seqID": "s", "params": {"k": [1]}}})", "4:57",
+                "the parameter \"k\" is an array; use a text, a number, true, false or null"},
+        BadStep{"UnknownAnswer", R"({"launch": {"game": "maybe"}})", "4:21",
+                "unknown game \"maybe\"; use one of YES, NO"},
+        BadStep{"WrongFlag", R"({"report": {"event": "e", "seqID": "s", "realtime": 1}})", "4:53", "\"realtime\""}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_P(BadStepTest, IsShownAtItsPlaceWithARemedy) {

@@ -165,9 +165,11 @@ TEST_F(VornSimTest, ABadStepIsShownAtItsPlaceAndNothingIsRun) {
     const ProgramResult result = RunSteps("    {\"note\": \"played\"},\n    {\"logn\": {}}");
 
     EXPECT_EQ(result.exitStatus, 2);
-    EXPECT_EQ(result.errors, "vornsim: " + PathOf("test.scenario.json") +
-                                 ":5:6: unknown step \"logn\"; use one of note, configure, sdk-version, observe, "
-                                 "remove-observer, login, answer-login, logout, commit, collect\n");
+    EXPECT_EQ(result.errors,
+              "vornsim: " + PathOf("test.scenario.json") +
+                  ":5:6: unknown step \"logn\"; use one of note, configure, sdk-version, observe, "
+                  "remove-observer, login, answer-login, logout, commit, collect, launch, open-url, activate, "
+                  "init-stat, report\n");
     EXPECT_THAT(result.output, IsEmpty());
 }
 

@@ -9,6 +9,7 @@
 #include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
 #include "FBSDKCoreKit/FBSDKSettings+Control.h"
 #include "FBSDKLoginKit/FBSDKLoginManager+Control.h"
+#include "HostError.h"
 #include "InfoDictionary.h"
 #include "PlatformCalls.h"
 #include "VornConfig.h"
@@ -526,13 +527,10 @@ TEST_F(LoginTest, AnErrorWinsOverASuccessfulResult) {
     EXPECT_THAT(Delivered(), ElementsAre(Failure("s1", 111, 9999, VornUtils::GetRetMsg(9999), 3, "both")));
 }
 
-// An error whose text is nil; Foundation's own always have one.
-NSError* ErrorWithoutText();
-
 TEST_F(LoginTest, AnErrorWithoutATextDeliversTheEmptyText) {
     Login();
     Log().Clear();
-    Answer(LoginAnswer::Failed(ErrorWithoutText()));
+    Answer(LoginAnswer::Failed(Host::MakeError(@"com.example.test", 77, nil)));
 
     EXPECT_THAT(Delivered(), ElementsAre(Failure("s1", 111, 9999, VornUtils::GetRetMsg(9999), 77, "")));
     EXPECT_THAT(Log().LinesOf(kFile), ElementsAre(Error(kFile, kHandler, "[ s1 ] login facebook error. [error]=")));
@@ -699,29 +697,6 @@ TEST_F(LoginTest, LogoutLeavesALoginThatIsUnderWay) {
     ASSERT_THAT(delivered, SizeIs(2));
     EXPECT_EQ(delivered[0].seqID, "logout");
     EXPECT_EQ(delivered[1], Success("login", 111, "{\"access_token\":\"t\"}"));
-}
-
-} // namespace
-} // namespace Tarvik::Vorn::Test
-
-// ---- A class of the test's own
-
-@interface VornErrorWithoutText : NSError
-@end
-
-@implementation VornErrorWithoutText
-
-- (NSString*)localizedDescription {
-    return nil;
-}
-
-@end
-
-namespace Tarvik::Vorn::Test {
-namespace {
-
-NSError* ErrorWithoutText() {
-    return [[[VornErrorWithoutText alloc] initWithDomain:@"com.example.test" code:77 userInfo:nil] autorelease];
 }
 
 } // namespace

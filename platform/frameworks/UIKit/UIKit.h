@@ -27,9 +27,14 @@ FOUNDATION_EXPORT UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptio
 // What that app passed along: a property list.
 FOUNDATION_EXPORT UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsAnnotationKey;
 
+@protocol UIApplicationDelegate;
+
 @interface UIApplication : UIResponder
 
 @property(class, nonatomic, readonly) UIApplication* sharedApplication;
+
+// Not retained.
+@property(nullable, nonatomic, assign) id<UIApplicationDelegate> delegate;
 
 @end
 
@@ -49,6 +54,49 @@ FOUNDATION_EXPORT UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptio
               openURL:(NSURL*)url
     sourceApplication:(nullable NSString*)sourceApplication
            annotation:(id)annotation;
+
+@end
+
+#pragma mark - Scenes
+
+@interface UIScene : UIResponder
+@end
+
+@interface UISceneSession : NSObject
+@end
+
+@interface UISceneOpenURLOptions : NSObject
+
+@property(nullable, nonatomic, readonly) NSString* sourceApplication;
+@property(nullable, nonatomic, readonly) id annotation;
+
+@end
+
+// A URL that the system opens in a scene, and who asked for it.
+@interface UIOpenURLContext : NSObject
+
+@property(nonatomic, readonly, copy) NSURL* URL;
+@property(nonatomic, readonly, strong) UISceneOpenURLOptions* options;
+
+@end
+
+// Why a scene is made; holds the URLs for which the app was launched.
+@interface UISceneConnectionOptions : NSObject
+
+@property(nonatomic, readonly, copy) NSSet<UIOpenURLContext*>* URLContexts;
+
+@end
+
+// What the system tells a scene's delegate, on the main thread. In an app with scenes it opens URLs here, and not through
+// the application delegate.
+@protocol UISceneDelegate <NSObject>
+@optional
+
+- (void)scene:(UIScene*)scene
+    willConnectToSession:(UISceneSession*)session
+                 options:(UISceneConnectionOptions*)connectionOptions;
+
+- (void)scene:(UIScene*)scene openURLContexts:(NSSet<UIOpenURLContext*>*)URLContexts;
 
 @end
 

@@ -9,11 +9,25 @@ VORN_HOST_EXPORT UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOption
 VORN_HOST_EXPORT UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsAnnotationKey =
     @"UIApplicationOpenURLOptionsAnnotationKey";
 
+namespace {
+
+id<UIApplicationDelegate> sDelegate = nil; // Of the one application; not retained. Main thread.
+
+} // namespace
+
 @implementation UIApplication
 
 + (UIApplication*)sharedApplication {
     static UIApplication* const shared = [[UIApplication alloc] init];
     return shared;
+}
+
+- (id<UIApplicationDelegate>)delegate {
+    return sDelegate;
+}
+
+- (void)setDelegate:(id<UIApplicationDelegate>)delegate {
+    sDelegate = delegate;
 }
 
 @end

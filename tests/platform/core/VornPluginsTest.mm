@@ -1,5 +1,5 @@
-// The plugin lookup: libraries by path, login plugins by the name of their class. The library of these tests is
-// plugins/VornLoginSample.mm; its path comes from the build.
+// The plugin lookup: libraries by path, plugins by the name of their class. The library of these tests is made of the
+// files in plugins/; its path comes from the build.
 
 #include "VornPlugins.h"
 
@@ -33,6 +33,11 @@ protected:
     static std::string FaultOf(const std::string& channel) {
         std::string error;
         return FindLoginPlugin(channel, error) == nil ? error : "(none)";
+    }
+
+    static std::string FaultOfReport(const std::string& channel) {
+        std::string error;
+        return FindReportPlugin(channel, error) == nil ? error : "(none)";
     }
 };
 
@@ -137,6 +142,37 @@ TEST_F(Plugins, ClassWithoutAnInstanceToGiveIsExplained) {
     LoadSample();
 
     EXPECT_EQ(FaultOf("WithNil"), "the class VornLoginWithNil has no shared instance");
+}
+
+TEST_F(Plugins, ReportPluginIsTheSharedInstanceOfItsClass) {
+    LoadSample();
+    std::string error;
+
+    const id<VornReportDelegate> plugin = FindReportPlugin("Sample", error);
+
+    EXPECT_EQ(error, "");
+    ASSERT_NE(plugin, nil);
+    EXPECT_STREQ(class_getName([plugin class]), "VornReportSample");
+    EXPECT_EQ(FindReportPlugin("Sample", error), plugin);
+}
+
+TEST_F(Plugins, ClassThatIsNoReportPluginIsExplained) {
+    LoadSample();
+
+    EXPECT_EQ(FaultOfReport("WithoutStart"),
+              "the class VornReportWithoutStart is no report plugin: it does not answer -initStat");
+    EXPECT_EQ(FaultOfReport("WithoutEvents"),
+              "the class VornReportWithoutEvents is no report plugin: it does not answer "
+              "-reportEvent:params:isRealtime:seqID:extra:");
+    EXPECT_EQ(FaultOfReport("WithoutProtocol"),
+              "the class VornReportWithoutProtocol is no report plugin: it does not adopt VornReportDelegate");
+}
+
+TEST_F(Plugins, KindsOfPluginsAreKeptApart) {
+    LoadSample();
+
+    EXPECT_EQ(FaultOfReport("SampleChild"),
+              "there is no class VornReportSampleChild; load the library of the channel's plugin first");
 }
 
 } // namespace

@@ -1,0 +1,6 @@
+#pragma once
+
+#import <UIKit/UIKit.h>
+
+@interface GameSceneDelegate : UIResponder <UISceneDelegate>
+@end
