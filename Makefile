@@ -20,8 +20,7 @@ setup-check:
 
 run: setup
 	@scripts/build host vornsim VornFacebook
-	@build/host/bin/vornsim run --plugin build/host/lib/libVornFacebook.so \
-	  --config simulator/scenarios/tour.config.json simulator/scenarios/tour.scenario.json
+	@build/host/bin/vornsim run --config simulator/scenarios/tour.config.json simulator/scenarios/tour.scenario.json
 
 test: setup
 	@scripts/build asan

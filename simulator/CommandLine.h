@@ -12,7 +12,7 @@ inline constexpr int kNotPlayed = 1; // A step could not be played.
 inline constexpr int kBadInput = 2;  // A bad command line, configuration or scenario, or no plugin; nothing was run.
 
 struct RunOptions {
-    std::string plugin = "libVornFacebook.so"; // As dlopen takes it.
+    std::string plugin; // The library; the one that was built with this program unless another is named.
     std::string config;
     std::string scenario;
     bool showTokens = false; // Access tokens are shown in the transcript.

@@ -204,6 +204,15 @@ TEST_F(VornSimTest, AConfigurationThatIsNotJsonIsShownAtItsPlace) {
     EXPECT_THAT(result.output, IsEmpty());
 }
 
+TEST_F(VornSimTest, WithoutAPluginOptionThePluginOfTheSameBuildIsLoaded) {
+    const std::string scenario = Write("one.scenario.json", R"({"title": "t", "steps": [{"init-stat": {}}]})");
+
+    const ProgramResult result = RunProgram({VORN_SIM, "run", "--config", Write("config.json", "{}"), scenario});
+
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("Facebook Report init"));
+}
+
 TEST_F(VornSimTest, AMissingPluginIsNamedAndNothingIsRun) {
     const std::string scenarios = VORN_SCENARIOS;
 
