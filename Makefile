@@ -27,7 +27,7 @@ test: setup
 	@ctest --preset asan -j$(JOBS)
 
 tsan: setup
-	@scripts/build tsan
+	@scripts/build tsan thread-tests
 	@ctest --preset tsan -j$(JOBS)
 
 check: setup-check

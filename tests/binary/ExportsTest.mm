@@ -86,6 +86,7 @@ TEST_F(ExportsTest, EachLinkWordHoldsTheAddressOfItsSymbol) {
 
 TEST_F(ExportsTest, ExactlyTenWeakLinkWordsAreExported) {
     std::vector<std::pair<std::string, std::string>> expected;
+    expected.reserve(kLinkNames.size());
     for (const std::string& name : kLinkNames) {
         expected.emplace_back("V", "FBLink_" + name);
     }

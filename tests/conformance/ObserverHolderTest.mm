@@ -333,6 +333,7 @@ TYPED_TEST(ObserverHolderTest, ManyThreadsMayCommitForRegisteredObserversAtOnce)
     ResultRecorder::Observe<TypeParam, 31>();
     std::latch start(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
 
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&] {

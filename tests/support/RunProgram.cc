@@ -57,6 +57,7 @@ ProgramResult RunProgram(const std::vector<std::string>& command) {
     posix_spawn_file_actions_adddup2(&actions, errors.descriptor(), STDERR_FILENO);
 
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }

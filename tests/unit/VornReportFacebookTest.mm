@@ -14,7 +14,6 @@ namespace {
 
 using Host::AppEventForm;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 

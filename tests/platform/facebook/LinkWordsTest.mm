@@ -42,7 +42,7 @@ void* Load(const char* path) {
 }
 
 // Those of the names that the library at `path` exports itself, by address; its dependencies may export them too.
-std::vector<ExportedSymbol> WordsOf(const char* path, std::vector<std::string> names) {
+std::vector<ExportedSymbol> WordsOf(const char* path, const std::vector<std::string>& names) {
     void* const library = Load(path);
     std::vector<ExportedSymbol> words;
     for (const std::string& name : names) {
@@ -63,6 +63,7 @@ std::vector<ExportedSymbol> WordsOf(const char* path, std::vector<std::string> n
 
 std::vector<std::string> NamesOf(const std::vector<ExportedSymbol>& words) {
     std::vector<std::string> names;
+    names.reserve(words.size());
     for (const ExportedSymbol& word : words) {
         names.push_back(word.name);
     }
