@@ -1,6 +1,7 @@
 // The data that the library exports: the version record and the ten words that link the Facebook SDK's categories. Values
 // are read from the loaded library; which symbols there are is read from its file.
 
+#include "LinkNames.h"
 #include "RunProgram.h"
 #include "Subject.h"
 
@@ -19,17 +20,6 @@ namespace Tarvik::Vorn::Test {
 namespace {
 
 using ::testing::UnorderedElementsAreArray;
-
-const std::vector<std::string> kLinkNames = {"NSUserDefaults_DataPersisting",
-                                             "NSData_FileDataExtracting",
-                                             "NSFileManager_FileManaging",
-                                             "NSBundle_InfoDictionaryProviding",
-                                             "NSURLSessionTask_NetworkTask",
-                                             "NSURLSession_URLSessionProviding",
-                                             "NSNotificationCenter_NotificationDelivering",
-                                             "NSNotificationCenter_NotificationPosting",
-                                             "NSProcessInfo_MacCatalystDetermining",
-                                             "NSProcessInfo_OperatingSystemVersionComparing"};
 
 class ExportsTest : public ::testing::Test {
 protected:
@@ -74,7 +64,7 @@ TEST_F(ExportsTest, TheVersionRecordIsConstantData) {
 }
 
 TEST_F(ExportsTest, EachLinkWordHoldsTheAddressOfItsSymbol) {
-    for (const std::string& name : kLinkNames) {
+    for (const std::string& name : LinkNames()) {
         const auto* const word = static_cast<const void* const*>(SubjectSymbol("FBLink_" + name));
         const void* const target = SubjectSymbol("FBLinkable_" + name);
 
@@ -86,8 +76,8 @@ TEST_F(ExportsTest, EachLinkWordHoldsTheAddressOfItsSymbol) {
 
 TEST_F(ExportsTest, ExactlyTenWeakLinkWordsAreExported) {
     std::vector<std::pair<std::string, std::string>> expected;
-    expected.reserve(kLinkNames.size());
-    for (const std::string& name : kLinkNames) {
+    expected.reserve(LinkNames().size());
+    for (const std::string& name : LinkNames()) {
         expected.emplace_back("V", "FBLink_" + name);
     }
 

@@ -1,5 +1,6 @@
 // The words that tie a binary to the SDK's categories: what a library gets that does no more than import FBSDKCoreKit.
 #include "FacebookPlatformTest.h"
+#include "LinkNames.h"
 
 #include <algorithm>
 
@@ -12,19 +13,6 @@ namespace {
 
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
-
-const std::vector<std::string> kNames = {
-    "NSUserDefaults_DataPersisting",
-    "NSData_FileDataExtracting",
-    "NSFileManager_FileManaging",
-    "NSBundle_InfoDictionaryProviding",
-    "NSURLSessionTask_NetworkTask",
-    "NSURLSession_URLSessionProviding",
-    "NSNotificationCenter_NotificationDelivering",
-    "NSNotificationCenter_NotificationPosting",
-    "NSProcessInfo_MacCatalystDetermining",
-    "NSProcessInfo_OperatingSystemVersionComparing",
-};
 
 // A data symbol that a library exports itself.
 struct ExportedSymbol {
@@ -73,9 +61,9 @@ std::vector<std::string> NamesOf(const std::vector<ExportedSymbol>& words) {
 class FacebookLinkWords : public FacebookPlatformTest {};
 
 TEST_F(FacebookLinkWords, AreDefinedAndExportedInTheirOrderByALibraryThatOnlyImportsTheKit) {
-    const std::vector<ExportedSymbol> words = WordsOf(VORN_ONLY_THE_IMPORT, kNames);
+    const std::vector<ExportedSymbol> words = WordsOf(VORN_ONLY_THE_IMPORT, LinkNames());
 
-    EXPECT_THAT(NamesOf(words), ElementsAreArray(kNames));
+    EXPECT_THAT(NamesOf(words), ElementsAreArray(LinkNames()));
 }
 
 TEST_F(FacebookLinkWords, DoNotIncludeTheEleventhOfLaterReleases) {
@@ -83,14 +71,14 @@ TEST_F(FacebookLinkWords, DoNotIncludeTheEleventhOfLaterReleases) {
 }
 
 TEST_F(FacebookLinkWords, AreWeakAndOnePointerLarge) {
-    for (const ExportedSymbol& word : WordsOf(VORN_ONLY_THE_IMPORT, kNames)) {
+    for (const ExportedSymbol& word : WordsOf(VORN_ONLY_THE_IMPORT, LinkNames())) {
         EXPECT_EQ(word.binding, STB_WEAK) << word.name;
         EXPECT_EQ(word.size, sizeof(void*)) << word.name;
     }
 }
 
 TEST_F(FacebookLinkWords, HoldTheAddressesOfTheKitsBytes) {
-    for (const ExportedSymbol& word : WordsOf(VORN_ONLY_THE_IMPORT, kNames)) {
+    for (const ExportedSymbol& word : WordsOf(VORN_ONLY_THE_IMPORT, LinkNames())) {
         const void* const byte = dlsym(RTLD_DEFAULT, ("FBLinkable_" + word.name).c_str());
         EXPECT_NE(byte, nullptr) << word.name;
         EXPECT_EQ(*static_cast<const void* const*>(word.address), byte) << word.name;
@@ -98,11 +86,11 @@ TEST_F(FacebookLinkWords, HoldTheAddressesOfTheKitsBytes) {
 }
 
 TEST_F(FacebookLinkWords, AreMissingWhenSwitchedOff) {
-    EXPECT_THAT(WordsOf(VORN_IMPORT_SWITCHED_OFF, kNames), IsEmpty());
+    EXPECT_THAT(WordsOf(VORN_IMPORT_SWITCHED_OFF, LinkNames()), IsEmpty());
 }
 
 TEST_F(FacebookLinkWords, PointToALetterL) {
-    for (const std::string& name : kNames) {
+    for (const std::string& name : LinkNames()) {
         const void* const byte = dlsym(RTLD_DEFAULT, ("FBLinkable_" + name).c_str());
         ASSERT_NE(byte, nullptr) << name;
         EXPECT_EQ(*static_cast<const char*>(byte), 'L') << name;
