@@ -330,6 +330,17 @@ TEST_P(SingletonFamilyTest, CreationWaitsForTheLock) {
     EXPECT_EQ(sInits, 1);
 }
 
+TEST_P(SingletonFamilyTest, ThreadsThatAreTheFirstToAskGetOneInstance) {
+    // A process of its own, in which nobody has asked before.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto ask = [this] {
+        const std::set<id> instances = SharedOnThreads(8);
+        _exit(instances.size() == 1 && *instances.begin() != nil && sInits == 1 ? 0 : 1);
+    };
+
+    EXPECT_EXIT(ask(), ::testing::ExitedWithCode(0), "");
+}
+
 TEST_P(SingletonFamilyTest, ThreadsThatStartTogetherGetOneInstance) {
     for (int round = 1; round <= 50; ++round) {
         const std::set<id> instances = SharedOnThreads(8);
