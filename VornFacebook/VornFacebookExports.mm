@@ -1,5 +1,5 @@
-// Exported data that belongs to no class. The words that link the Facebook SDK's categories come with its own headers,
-// which every source here imports.
+// Exported data that belongs to no class. The words that link the Facebook SDK's categories come with the SDK's own headers
+// in the sources that call it.
 
 #include "VornFacebookVersion.h"
 

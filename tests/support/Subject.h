@@ -14,8 +14,3 @@ void LoadSubject();
 void* SubjectSymbol(const std::string& name);
 
 } // namespace Tarvik::Vorn::Test
-
-// Once per class of the subject that a file names directly ([VornLoginFacebook alloc]): the compiler refers to a marker
-// that only the class's own library defines, and looks the class up by name at run time.
-#define VORN_SUBJECT_CLASS(ClassName)                                                                                  \
-    asm(".weak __objc_class_name_" #ClassName "\n.set __objc_class_name_" #ClassName ", 0\n")
