@@ -21,10 +21,6 @@
 namespace Tarvik::Vorn {
 namespace {
 
-std::string_view OrEmpty(const char* text) {
-    return text == nullptr ? std::string_view() : std::string_view(text);
-}
-
 class WriterState {
 public:
     WriterState() : mWriter(mBuffer) {}

@@ -1,6 +1,7 @@
 #include "VornConsole.h"
 #include "VornLogSink.h"
 #include "VornSinkSlot.h"
+#include "VornUtf8.h"
 
 #include <array>
 #include <atomic>
@@ -22,10 +23,6 @@ void WriteToConsole(const VornLogLine& line) {
 SinkSlot<VornLogLine>& LogSlot() {
     static auto& slot = *new SinkSlot<VornLogLine>(&WriteToConsole); // Never destroyed, as the mutex it uses.
     return slot;
-}
-
-std::string OrEmpty(const char* text) {
-    return text == nullptr ? "" : text;
 }
 
 // The formatted text. When it cannot be formatted (a wide character without a form in the locale, more than 2 GiB), the

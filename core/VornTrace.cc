@@ -1,5 +1,6 @@
 #include "VornConsole.h"
 #include "VornSinkSlot.h"
+#include "VornUtf8.h"
 #include "VornTraceSink.h"
 
 namespace Tarvik::Vorn {
@@ -23,8 +24,15 @@ SinkSlot<VornTraceEntry>& TraceSlot() {
     return slot;
 }
 
-std::string OrEmpty(const char* text) {
-    return text == nullptr ? "" : text;
+// What both kinds of trace have.
+VornTraceEntry MakeEntry(const char* file, const char* function, int line, const char* seqID, const char* extraJson) {
+    VornTraceEntry entry;
+    entry.file = OrEmpty(file);
+    entry.function = OrEmpty(function);
+    entry.line = line;
+    entry.seqID = OrEmpty(seqID);
+    entry.extraJson = OrEmpty(extraJson);
+    return entry;
 }
 
 } // namespace
@@ -37,25 +45,15 @@ VornTrace::VornTrace(const char* file, const char* function, int line, const cha
     : mFile(file), mFunction(function), mLine(line), mSeqID(seqID), mExtraJson(extraJson) {}
 
 void VornTrace::traceLog(const char* module) {
-    VornTraceEntry entry;
+    VornTraceEntry entry = MakeEntry(mFile, mFunction, mLine, mSeqID, mExtraJson);
     entry.kind = VornTraceKind::kLog;
-    entry.file = OrEmpty(mFile);
-    entry.function = OrEmpty(mFunction);
-    entry.line = mLine;
-    entry.seqID = OrEmpty(mSeqID);
-    entry.extraJson = OrEmpty(mExtraJson);
     entry.module = OrEmpty(module);
     TraceSlot().Write(entry);
 }
 
 void VornTrace::tracePlugin(const char* name, const char* version, const char* channel, const char* sdkVersion) {
-    VornTraceEntry entry;
+    VornTraceEntry entry = MakeEntry(mFile, mFunction, mLine, mSeqID, mExtraJson);
     entry.kind = VornTraceKind::kPlugin;
-    entry.file = OrEmpty(mFile);
-    entry.function = OrEmpty(mFunction);
-    entry.line = mLine;
-    entry.seqID = OrEmpty(mSeqID);
-    entry.extraJson = OrEmpty(mExtraJson);
     entry.pluginName = OrEmpty(name);
     entry.pluginVersion = OrEmpty(version);
     entry.channel = OrEmpty(channel);

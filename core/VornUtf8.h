@@ -1,4 +1,4 @@
-// UTF-8 that may be invalid. Inside the core only.
+// Texts that may be null or no valid UTF-8. Inside the core only.
 #pragma once
 
 #include <string>
@@ -8,5 +8,10 @@ namespace Tarvik::Vorn {
 
 // `text` with U+FFFD in place of every byte that is not part of a valid sequence.
 std::string ReplaceInvalidUtf8(std::string_view text);
+
+// The text, or the empty one for null.
+inline std::string_view OrEmpty(const char* text) {
+    return text == nullptr ? std::string_view() : std::string_view(text);
+}
 
 } // namespace Tarvik::Vorn
