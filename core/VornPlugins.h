@@ -18,6 +18,9 @@ VORN_API bool LoadPluginLibrary(const std::string& path, std::string& error);
 // instance to give.
 VORN_API id<VornLoginDelegate> FindLoginPlugin(const std::string& channel, std::string& error);
 
+// The friend plugin of `channel` likewise: the shared instance of class "VornFriend" + channel.
+VORN_API id<VornFriendDelegate> FindFriendPlugin(const std::string& channel, std::string& error);
+
 // The report plugin of `channel` likewise: the shared instance of class "VornReport" + channel.
 VORN_API id<VornReportDelegate> FindReportPlugin(const std::string& channel, std::string& error);
 

@@ -72,6 +72,14 @@ id<VornLoginDelegate> FindLoginPlugin(const std::string& channel, std::string& e
     return FindPlugin(kind, channel, error);
 }
 
+id<VornFriendDelegate> FindFriendPlugin(const std::string& channel, std::string& error) {
+    const PluginKind kind{"VornFriend",
+                          "friend plugin",
+                          "VornFriendDelegate",
+                          {@selector(sendMessage:params:observerID:), @selector(share:params:observerID:)}};
+    return FindPlugin(kind, channel, error);
+}
+
 id<VornReportDelegate> FindReportPlugin(const std::string& channel, std::string& error) {
     const PluginKind kind{"VornReport",
                           "report plugin",

@@ -1,8 +1,10 @@
 #include "VornUtilsIOS.h"
 
+#include "VornImageLoader.h"
 #include "VornJsonDocument.h"
 #include "VornText.h"
 
+#import <UIKit/UIKit.h>
 #import <objc/runtime.h>
 
 #include <rapidjson/prettywriter.h>
@@ -261,6 +263,14 @@ void SetOwnMethod(Class cls, SEL selector, IMP implementation, const char* types
 
     SetOwnMethod(originalClass, originalSEL, replacementIMP, types);
     SetOwnMethod(originalClass, swizzledSEL, originalIMP, types);
+}
+
++ (UIViewController*)getRootViewController {
+    return [[[UIApplication sharedApplication] keyWindow] rootViewController];
+}
+
++ (void)loadImageWithUri:(NSString*)uri complete:(void (^)(BOOL success, NSData* data, NSError* error))complete {
+    LoadImage(uri, complete);
 }
 
 @end

@@ -20,6 +20,38 @@
 
 @end
 
+// Class "VornFriend" followed by the channel's name. Pointers are borrowed for the call and never null; what a request
+// needs later is copied. A request is answered to the observer that came with it, unless a method says otherwise.
+@protocol VornFriendDelegate <NSObject>
+
+// Sends a link or an invitation to friends, as the request's type says.
+- (void)sendMessage:(const Tarvik::Vorn::VornFriendReqInfo*)reqInfo
+             params:(Tarvik::Vorn::VornBaseParams*)params
+         observerID:(unsigned int)observerID;
+
+// Shares a link, an image or a video, as the request's type says.
+- (void)share:(const Tarvik::Vorn::VornFriendReqInfo*)reqInfo
+        params:(Tarvik::Vorn::VornBaseParams*)params
+    observerID:(unsigned int)observerID;
+
+@optional
+
+// Asks for the player's friends. Answers observer ObserverID::kQueryFriends. The first argument is the core's own.
+- (void)queryFriends:(const void*)request params:(Tarvik::Vorn::VornBaseParams*)params;
+
+// Lets the player add friends.
+- (void)addFriend:(const Tarvik::Vorn::VornFriendReqInfo*)reqInfo
+           params:(Tarvik::Vorn::VornBaseParams*)params
+       observerID:(unsigned int)observerID;
+
+// Whether the core's server can do the operation in the channel's place. A nil sequence ID counts as empty.
+- (BOOL)isBackendSupported:(int)methodID type:(int)type seqId:(NSString*)seqID;
+
+// Whether the core must turn the channel's user IDs into its own before the operation. Nil counts as empty.
+- (BOOL)needOpenid2Uid:(int)methodID reqInfo:(const Tarvik::Vorn::VornFriendReqInfo*)reqInfo seqId:(NSString*)seqID;
+
+@end
+
 // Class "VornReport" followed by the channel's name. Nothing is reported back.
 @protocol VornReportDelegate <NSObject>
 

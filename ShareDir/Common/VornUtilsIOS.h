@@ -5,6 +5,8 @@
 
 #import <Foundation/Foundation.h>
 
+@class UIViewController;
+
 VORN_API
 @interface VornUtilsIOS : NSObject
 
@@ -23,5 +25,13 @@ VORN_API
                  swizzledClass:(Class)swizzledClass
                    originalSEL:(SEL)originalSEL
                    swizzledSEL:(SEL)swizzledSEL;
+
+// The app's root view controller: the key window's. Nil while there is none. Main thread.
++ (UIViewController*)getRootViewController;
+
+// Loads the bytes of the image that `uri` names: a path, or a URL of a scheme that the core knows. Calls `complete`
+// exactly once, on a thread of the core's, with (YES, bytes, nil) or (NO, nil, error). The bytes need not be an image.
+// Does nothing when `complete` is nil. Any thread.
++ (void)loadImageWithUri:(NSString*)uri complete:(void (^)(BOOL success, NSData* data, NSError* error))complete;
 
 @end

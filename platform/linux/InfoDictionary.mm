@@ -62,6 +62,24 @@ BOOL IsURLSchemeRegistered(NSString* scheme) {
     return NO;
 }
 
+void RegisterQueriesSchemes(NSArray<NSString*>* schemes) {
+    SetInfoValue(@"LSApplicationQueriesSchemes", schemes);
+}
+
+BOOL IsQueriesSchemeListed(NSString* scheme) {
+    NSArray* const listed = InfoValue(@"LSApplicationQueriesSchemes");
+    if (listed == nil) {
+        return YES;
+    }
+    NSString* const wanted = [scheme lowercaseString];
+    for (NSString* candidate in listed) {
+        if ([[candidate lowercaseString] isEqualToString:wanted]) {
+            return YES;
+        }
+    }
+    return NO;
+}
+
 void ResetInfoDictionary() {
     Info& info = TheInfo();
     const std::lock_guard lock(info.mutex);

@@ -51,6 +51,10 @@ public:
         ResetHolder<InnerFriendRet>();
         ResetHolder<InnerLoginRet>();
         ResetHolder<InnerLoginPluginRet>();
+        ForgetDeliveries();
+    }
+
+    static void ForgetDeliveries() {
         const std::lock_guard lock(Instance().mutex);
         Instance().deliveries.clear();
     }

@@ -1,6 +1,7 @@
 // UIKit, as far as the plugin calls it. A declaration is added when a call to it is.
 #pragma once
 
+#import <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
 
 NS_ASSUME_NONNULL_BEGIN
@@ -8,7 +9,68 @@ NS_ASSUME_NONNULL_BEGIN
 @interface UIResponder : NSObject
 @end
 
+#pragma mark - Images and colours
+
+@interface UIImage : NSObject
+
+// Nil when the bytes are no image that the system can decode. Any thread.
++ (nullable UIImage*)imageWithData:(NSData*)data;
+
+@property(nonatomic, readonly) CGSize size; // In points.
+
+@end
+
+@interface UIColor : NSObject
+
+// Components from 0 to 1. Any thread.
++ (UIColor*)colorWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
+
+@end
+
+#pragma mark - Views; main thread
+
+@interface UIView : UIResponder
+
+@property(nonatomic) CGRect frame;
+@property(nonatomic, getter=isHidden) BOOL hidden;
+@property(nullable, nonatomic, readonly) UIView* superview;
+@property(nonatomic, readonly, copy) NSArray<UIView*>* subviews; // The last is in front.
+
+- (instancetype)initWithFrame:(CGRect)frame NS_DESIGNATED_INITIALIZER;
+
+// The subview is retained.
+- (void)addSubview:(UIView*)view;
+- (void)bringSubviewToFront:(UIView*)view;
+- (void)removeFromSuperview;
+
+@end
+
+typedef NS_ENUM(NSInteger, UIProgressViewStyle) {
+    UIProgressViewStyleDefault = 0,
+    UIProgressViewStyleBar = 1,
+};
+
+@interface UIProgressView : UIView
+
+@property(nonatomic) UIProgressViewStyle progressViewStyle;
+@property(nonatomic) float progress; // From 0 to 1.
+@property(nullable, nonatomic, strong) UIColor* progressTintColor;
+@property(nullable, nonatomic, strong) UIColor* trackTintColor;
+
+- (instancetype)initWithProgressViewStyle:(UIProgressViewStyle)style;
+
+@end
+
 @interface UIViewController : UIResponder
+
+@property(null_resettable, nonatomic, strong) UIView* view;
+
+@end
+
+@interface UIWindow : UIView
+
+@property(nullable, nonatomic, strong) UIViewController* rootViewController;
+
 @end
 
 #pragma mark - The application
@@ -35,6 +97,13 @@ FOUNDATION_EXPORT UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptio
 
 // Not retained.
 @property(nullable, nonatomic, assign) id<UIApplicationDelegate> delegate;
+
+// The window that gets the user's input; nil before the app has shown one.
+@property(nullable, nonatomic, readonly) UIWindow* keyWindow;
+
+// Whether an app is installed that opens the URL. NO, too, when LSApplicationQueriesSchemes in the Info.plist does not
+// list the URL's scheme.
+- (BOOL)canOpenURL:(NSURL*)url;
 
 @end
 

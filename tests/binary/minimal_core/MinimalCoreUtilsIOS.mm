@@ -28,6 +28,15 @@ using namespace Tarvik::Vorn::Test;
     NoteCoreCall("swizzling " + std::string(sel_getName(originalSEL)));
 }
 
++ (UIViewController*)getRootViewController {
+    NoteCoreCall("getRootViewController");
+    return nil;
+}
+
++ (void)loadImageWithUri:(NSString*)uri complete:(void (^)(BOOL success, NSData* data, NSError* error))complete {
+    NoteCoreCall("loadImageWithUri");
+}
+
 @end
 
 @implementation VornApplicationDelegate

@@ -35,6 +35,11 @@ protected:
         return FindLoginPlugin(channel, error) == nil ? error : "(none)";
     }
 
+    static std::string FaultOfFriend(const std::string& channel) {
+        std::string error;
+        return FindFriendPlugin(channel, error) == nil ? error : "(none)";
+    }
+
     static std::string FaultOfReport(const std::string& channel) {
         std::string error;
         return FindReportPlugin(channel, error) == nil ? error : "(none)";
@@ -142,6 +147,30 @@ TEST_F(Plugins, ClassWithoutAnInstanceToGiveIsExplained) {
     LoadSample();
 
     EXPECT_EQ(FaultOf("WithNil"), "the class VornLoginWithNil has no shared instance");
+}
+
+TEST_F(Plugins, FriendPluginIsTheSharedInstanceOfItsClass) {
+    LoadSample();
+    std::string error;
+
+    const id<VornFriendDelegate> plugin = FindFriendPlugin("Sample", error);
+
+    EXPECT_EQ(error, "");
+    ASSERT_NE(plugin, nil);
+    EXPECT_STREQ(class_getName([plugin class]), "VornFriendSample");
+    EXPECT_EQ(FindFriendPlugin("Sample", error), plugin);
+}
+
+TEST_F(Plugins, ClassThatIsNoFriendPluginIsExplained) {
+    LoadSample();
+
+    EXPECT_EQ(FaultOfFriend("WithoutMessages"),
+              "the class VornFriendWithoutMessages is no friend plugin: it does not answer "
+              "-sendMessage:params:observerID:");
+    EXPECT_EQ(FaultOfFriend("WithoutShare"),
+              "the class VornFriendWithoutShare is no friend plugin: it does not answer -share:params:observerID:");
+    EXPECT_EQ(FaultOfFriend("WithoutProtocol"),
+              "the class VornFriendWithoutProtocol is no friend plugin: it does not adopt VornFriendDelegate");
 }
 
 TEST_F(Plugins, ReportPluginIsTheSharedInstanceOfItsClass) {
