@@ -6,7 +6,9 @@
 #include "VornPlugins.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 using namespace Tarvik::Vorn;
 using namespace Tarvik::Vorn::Simulator;
@@ -32,9 +34,15 @@ int Run(const RunOptions& options) {
     if (!LoadPluginLibrary(options.plugin, problem)) {
         return Reject(problem);
     }
-    const Plugins plugins{FindLoginPlugin("Facebook", problem), FindReportPlugin("Facebook", problem)};
-    if (plugins.login == nil || plugins.report == nil) {
+    const Plugins plugins{FindLoginPlugin("Facebook", problem), FindFriendPlugin("Facebook", problem),
+                          FindReportPlugin("Facebook", problem)};
+    if (plugins.login == nil || plugins.friends == nil || plugins.report == nil) {
         return Reject(problem);
+    }
+    // Files that a scenario names are beside it. Everything that the command line names has been read by now.
+    const std::filesystem::path folder = std::filesystem::absolute(options.scenario).parent_path();
+    if (std::error_code failure; std::filesystem::current_path(folder, failure), failure) {
+        return Reject(folder.string() + ": " + failure.message() + "; the folder of the scenario must be accessible");
     }
     Transcript transcript(stdout);
     return PlayScenario(*scenario, plugins, transcript, options.showTokens) ? kPlayed : kNotPlayed;

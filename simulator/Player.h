@@ -11,6 +11,7 @@ namespace Tarvik::Vorn::Simulator {
 // The plugins of a channel, borrowed from the classes that own them.
 struct Plugins {
     id<VornLoginDelegate> login;
+    id<VornFriendDelegate> friends;
     id<VornReportDelegate> report;
 };
 

@@ -5,6 +5,7 @@
 #include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
 #include "FBSDKCoreKit/FBSDKSettings+Control.h"
 #include "FBSDKLoginKit/LoginAnswer.h"
+#include "FriendPlayer.h"
 #include "MainQueue+Control.h"
 #include "Observers.h"
 #include "PlatformCalls.h"
@@ -13,6 +14,7 @@
 #include "VornApplicationHandlers.h"
 #include "VornConfig.h"
 #include "VornDefine.h"
+#include "VornImageLoader.h"
 #include "VornLogSink.h"
 #include "VornTraceSink.h"
 
@@ -20,10 +22,6 @@
 
 namespace Tarvik::Vorn::Simulator {
 namespace {
-
-const char* ThreadName() {
-    return [NSThread isMainThread] ? "the main thread" : "another thread";
-}
 
 const char* RecordName(RecordType record) {
     switch (record) {
@@ -56,9 +54,11 @@ public:
             transcript.Line("trace", entry.module + " [ " + entry.seqID + " ] " + entry.extraJson);
         });
         Host::SetPlatformCallListener([&transcript](const Host::PlatformCall& call) {
-            transcript.Line("facebook", call.className + " " + call.selector +
-                                            (call.arguments.empty() ? "" : " (" + call.arguments + ")"));
+            transcript.Line(call.className.starts_with("FBSDK") ? "facebook" : "ios",
+                            call.className + " " + call.selector +
+                                (call.arguments.empty() ? "" : " (" + call.arguments + ")"));
         });
+        SetImageLoadsHeld(true); // Until the step that causes them has been told.
         SetResultListener(
             [&transcript](unsigned observerID, const std::string& seqID, const std::string& text) {
                 transcript.Line("result", "observer " + std::to_string(observerID) + ", request \"" + seqID +
@@ -71,6 +71,7 @@ public:
         SetLogSink({});
         SetTraceSink({});
         Host::SetPlatformCallListener({});
+        SetImageLoadsHeld(false);
         SetResultListener({});
     }
 
@@ -127,10 +128,13 @@ id ParameterOf(const Value& value) {
 }
 
 // Plays one kind of step each. Returns false when the step cannot be played.
-class Player {
+class Player : public FriendPlayer {
 public:
+    using FriendPlayer::operator();
+
     Player(const Plugins& plugins, Transcript& transcript)
-        : mPlugins(plugins), mTranscript(transcript), mDelegate(AdoptNS([[VornApplicationDelegate alloc] init])) {}
+        : FriendPlayer(plugins.friends, transcript), mPlugins(plugins), mTranscript(transcript),
+          mDelegate(AdoptNS([[VornApplicationDelegate alloc] init])) {}
     ~Player() { SetApplicationHandlers({}); }
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
@@ -328,6 +332,7 @@ bool PlayScenario(const Scenario& scenario, const Plugins& plugins, Transcript& 
             if (!std::visit(player, step)) {
                 return false;
             }
+            WaitForImageLoads();
             Host::RunMainLoopUntilIdle(); // What the step has posted to the main thread happens before the next one.
         }
     }

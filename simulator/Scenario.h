@@ -1,6 +1,7 @@
 // A scenario file, checked as a whole: what the core and Facebook do, step by step. Plain C++, values.
 #pragma once
 
+#include "FriendSteps.h"
 #include "VornLocatedError.h"
 #include "VornRecords.h"
 
@@ -97,7 +98,10 @@ struct CollectStep {};
 
 using Step = std::variant<NoteStep, ConfigureStep, SDKVersionStep, ObserveStep, RemoveObserverStep, LoginStep,
                           LogoutStep, AnswerLoginStep, CommitStep, CollectStep, LaunchStep, OpenURLStep, ActivateStep,
-                          InitStatStep, ReportStep>;
+                          InitStatStep, ReportStep, PlayerStep, ProfileStep, AppsStep, QueriesSchemesStep,
+                          PhotoPermissionStep, AnswerPhotoPromptStep, SendMessageStep, ShareStep, AddFriendStep,
+                          QueryFriendsStep, AnswerFriendFinderStep, AnswerGameRequestStep, AnswerShareStep,
+                          FinishSavingStep, AnswerImageUploadStep, UploadProgressStep, AnswerVideoUploadStep>;
 
 struct Scenario {
     std::string title;
