@@ -270,7 +270,7 @@ void TakeAway(UIView* bar) {
                              seqID:params->seqID
                         observerID:static_cast<int>(observerID)];
         return;
-    default: // Kept: an invitation is a message, not a share.
+    default: // An invitation is a message, not a share.
         VORN_LOG_ERROR("[ %s ] share type is error!", params->seqID.c_str());
         InnerBaseRet ret = Refusal(RetCode::kNotSupported, "not support the share type");
         [self handleInnerCallbacks:&ret params:params];

@@ -1,13 +1,10 @@
 // Scenario files: every step with all it can say, and how a file that cannot be used is refused.
 
-#include "Scenario.h"
+#include "ScenarioTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 namespace Tarvik::Vorn::Test {
@@ -20,43 +17,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::Pair;
 using ::testing::SizeIs;
-
-class ScenarioTest : public ::testing::Test {
-protected:
-    ScenarioTest() {
-        std::string pattern = ::testing::TempDir() + "scenario-XXXXXX";
-        mFolder = mkdtemp(pattern.data());
-    }
-
-    ~ScenarioTest() override { std::filesystem::remove_all(mFolder); }
-
-    std::string Path() const { return (mFolder / "test.scenario.json").string(); }
-
-    std::optional<Scenario> Load(const std::string& text, LocatedError& error) const {
-        std::ofstream(Path()) << text;
-        return LoadScenario(Path(), error);
-    }
-
-    // A scenario whose steps begin in the first column of line 4.
-    static std::string StepsOf(const std::string& steps) {
-        return "{\n  \"title\": \"test\",\n  \"steps\": [\n" + steps + "\n  ]\n}\n";
-    }
-
-    // The only step of a scenario that is expected to be good.
-    template <class T>
-    T TheStep(const std::string& step) const {
-        LocatedError error;
-        const auto scenario = Load(StepsOf(step), error);
-        if (!scenario || scenario->steps.size() != 1 || !std::holds_alternative<T>(scenario->steps[0])) {
-            ADD_FAILURE() << "not read as this step: " << step << " " << error.text();
-            return {};
-        }
-        return std::get<T>(scenario->steps[0]);
-    }
-
-private:
-    std::filesystem::path mFolder;
-};
 
 // ---- Good files
 
@@ -307,6 +267,34 @@ INSTANTIATE_TEST_SUITE_P(
                 "the parameter \"k\" is an array; use a text, a number, true, false or null"},
         BadStep{"UnknownAnswer", R"({"launch": {"game": "maybe"}})", "4:21",
                 "unknown game \"maybe\"; use one of YES, NO"},
+        BadStep{"PlayerThatIsNone", R"({"player": "guest"})", "4:12",
+                "unknown player \"guest\"; use one of nobody, facebook, gaming"},
+        BadStep{"PlayerThatIsNoText", R"({"player": 1})", "4:12", "\"player\""},
+        BadStep{"UnknownProfile", R"({"profile": "16.0"})", "4:13",
+                "unknown profile \"16.0\"; use one of 15.0, 17.0, 18.0, 18.1, as-documented"},
+        BadStep{"UnknownApp", R"({"apps": {"whatsapp": true}})", "4:11", "\"whatsapp\""},
+        BadStep{"AppThatIsNoFlag", R"({"apps": {"facebook": 1}})", "4:23", "\"facebook\""},
+        BadStep{"SchemesThatAreNoList", R"({"queries-schemes": "fbapi"})", "4:21", "\"queries-schemes\""},
+        BadStep{"SchemeThatIsNoText", R"({"queries-schemes": ["fbapi", 5]})", "4:31",
+                "an element of \"queries-schemes\""},
+        BadStep{"UnknownPermission", R"({"photo-permission": "maybe"})", "4:22",
+                "unknown photo-permission \"maybe\"; use one of not-asked, restricted, denied, authorized, limited"},
+        BadStep{"PromptWithoutAnswer", R"({"answer-photo-prompt": {}})", "4:25", "\"permission\""},
+        BadStep{"ShareWithoutType", R"({"share": {"methodID": 1, "seqID": "s", "observer": 1}})", "4:11", "\"type\""},
+        BadStep{"ShareWithoutObserver", R"({"share": {"methodID": 1, "seqID": "s", "type": 1}})", "4:11",
+                "\"observer\""},
+        BadStep{"MessageWithUnknownMember", R"({"send-message": {"url": ""}})", "4:19", "\"url\""},
+        BadStep{"SentWithoutRequest", R"({"answer-game-request": {"outcome": "sent"}})", "4:25", "\"request\""},
+        BadStep{"RecipientThatIsNoText",
+                R"({"answer-game-request": {"outcome": "sent", "request": "9", "recipients": [1]}})", "4:76",
+                "an element of \"recipients\""},
+        BadStep{"NegativeDialog", R"({"answer-share": {"outcome": "completed", "dialog": -1}})", "4:53",
+                "\"dialog\" is out of range; use an integer from 0 to 2147483647"},
+        BadStep{"ShareErrorWithoutText", R"({"answer-share": {"outcome": "error", "domain": "d", "code": 1}})", "4:18",
+                "\"message\""},
+        BadStep{"ProgressWithoutTotal", R"({"upload-progress": {"sent": 1}})", "4:21", "\"expected\""},
+        BadStep{"UploadedWithoutPhoto", R"({"answer-image-upload": {"outcome": "uploaded"}})", "4:25", "\"photoID\""},
+        BadStep{"UploadedWithoutVideo", R"({"answer-video-upload": {"outcome": "uploaded"}})", "4:25", "\"videoID\""},
         BadStep{"WrongFlag", R"({"report": {"event": "e", "seqID": "s", "realtime": 1}})", "4:53", "\"realtime\""}),
     [](const auto& info) { return std::string(info.param.name); });
 

@@ -118,6 +118,66 @@ TEST_F(VornSimTest, AnAnswerWithoutALoginCannotBePlayed) {
     EXPECT_THAT(result.output, HasSubstr("no login is under way; put a \"login\" step before this answer"));
 }
 
+struct Unanswerable {
+    const char* name;
+    const char* step;
+    const char* reason;
+};
+
+class VornSimUnanswerable : public VornSimTest, public ::testing::WithParamInterface<Unanswerable> {};
+
+TEST_P(VornSimUnanswerable, IsSaidWithWhatIsMissing) {
+    const ProgramResult result = RunSteps(GetParam().step);
+
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.output, HasSubstr(std::string("  error     ") + GetParam().reason));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, VornSimUnanswerable,
+    ::testing::Values(
+        Unanswerable{"FriendFinder", R"({"answer-friend-finder": {"outcome": "returned"}})",
+                     "no friend finder is open; put an \"add-friend\" of a gaming login before this answer"},
+        Unanswerable{"GameRequest", R"({"answer-game-request": {"outcome": "closed"}})",
+                     "no such game request is open; put a \"send-message\" of type 10003 before this answer"},
+        Unanswerable{"Share", R"({"answer-share": {"outcome": "completed"}})",
+                     "no such dialog is open; put a \"share\" or a \"send-message\" before this answer"},
+        Unanswerable{"Prompt", R"({"answer-photo-prompt": {"permission": "denied"}})",
+                     "nobody has asked for the photo library; put a \"share\" of a video before this answer"},
+        Unanswerable{"Saving", R"({"finish-saving": {"outcome": "saved"}})",
+                     "nothing is being saved; put a \"share\" of a video file before this answer"},
+        Unanswerable{"ImageUpload", R"({"answer-image-upload": {"outcome": "uploaded", "photoID": "7"}})",
+                     "no such image is being uploaded; put a \"share\" of an image with a gaming login before this "
+                     "answer"},
+        Unanswerable{"Progress", R"({"upload-progress": {"sent": 1, "expected": 2}})",
+                     "no such video is being uploaded; put a \"share\" of a video with a gaming login before this "
+                     "step"},
+        Unanswerable{"VideoUpload", R"({"answer-video-upload": {"outcome": "server-refused"}})",
+                     "no such video is being uploaded, or its upload never ends; put a \"share\" of a video with a "
+                     "gaming login before this answer"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(VornSimTest, FilesOfAScenarioAreLookedForBesideIt) {
+    std::filesystem::copy_file(std::string(VORN_SCENARIOS) + "/../media/picture.png", PathOf("mine.png"));
+
+    const ProgramResult result = RunSteps(
+        R"({"share": {"methodID": 414, "seqID": "s", "observer": 1, "type": 10002, "imagePath": "mine.png"}})");
+
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.output, HasSubstr("image : <UIImage: 64x48>"));
+}
+
+TEST_F(VornSimTest, NoTokenOfAPlayerIsShown) {
+    const ProgramResult result = RunSteps(R"(
+      {"player": "gaming"},
+      {"add-friend": {"methodID": 1, "seqID": "s", "observer": 1}},
+      {"share": {"methodID": 414, "seqID": "s", "observer": 1, "type": 10001, "link": "https://example.com"}})");
+
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.output, Not(HasSubstr("access-token")));
+    EXPECT_THAT(result.output, Not(HasSubstr("authentication-token")));
+}
+
 TEST_F(VornSimTest, AResultIsPrintedInOneLineWhateverItsTexts) {
     const ProgramResult result = RunSteps(R"(
       {"observe": {"record": "InnerLoginRet", "observer": 101}},

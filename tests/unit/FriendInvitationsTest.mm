@@ -215,6 +215,13 @@ TEST_F(FriendInvitationsTest, ABatchInvitesItsUserListInOrder) {
     EXPECT_THAT(Delivered(), IsEmpty());
 }
 
+TEST_F(FriendInvitationsTest, KeptTheTwoLinesAboutTheExtraTextSpellItDifferently) {
+    InviteBatch("[1]");
+
+    EXPECT_EQ(LinesOfTheInvitation().at(0).text, "[ i1 ] extendJson : " + Batch("[1]"));
+    EXPECT_EQ(LinesOfTheInvitation().at(1).text, "[ i1 ] extraJson : " + Batch("[1]"));
+}
+
 TEST_F(FriendInvitationsTest, ANumberMayComeFirst) {
     InviteBatch(R"([456,"123"])");
 

@@ -337,7 +337,7 @@ TEST_F(FriendPipelineTest, AnImageIsSharedInTheFacebookApp) {
     EXPECT_THAT(Log().Traces(), ElementsAre(Trace(kShareBlock, "FBSDKShareDialog")));
 }
 
-TEST_F(FriendPipelineTest, ImageWithoutFacebookAppIsRefusedWithCode15) {
+TEST_F(FriendPipelineTest, KeptImageWithoutFacebookAppIsRefusedWithCode15InALineOfProgress) {
     RemoveFacebookApp();
     LogInWithFacebook();
     const Call call{.methodID = 414, .seqID = "s1", .observerID = 32};
