@@ -217,8 +217,10 @@ TEST_F(FriendFrontTest, ASequenceIDThatIsNotUTF8ParksNil) {
 
 TEST_F(FriendFrontTest, AResultThroughTheParametersCarriesTheRawBytesOfTheSequenceID) {
     Share(RequestOf(0), {.seqID = "\xff"});
+    SendMessage(RequestOf(0), {.seqID = "\xfe"});
 
-    EXPECT_THAT(Delivered(), ElementsAre(Result({.seqID = "\xff"}, Refused(7, "not support the share type"))));
+    EXPECT_THAT(Delivered(), ElementsAre(Result({.seqID = "\xff"}, Refused(7, "not support the share type")),
+                                         Result({.seqID = "\xfe"}, Refused(7, "not support the sendMessage type"))));
 }
 
 TEST_F(FriendFrontTest, AResultThroughThePropertiesHasAnEmptySequenceIDThen) {

@@ -102,6 +102,16 @@ TEST_F(FriendInvitationsTest, EmptyTextsAreRefusedBeforeTheUserListIsLookedAt) {
     EXPECT_THAT(LinesOfTheInvitation(), SizeIs(1));
 }
 
+TEST_F(FriendInvitationsTest, RefusalsCarryTheRawBytesOfASequenceIDThatIsNotUTF8) {
+    const Call call{.methodID = 212, .seqID = "\xff", .observerID = 32};
+
+    SendMessage(RequestOf(10003), call);
+    SendMessage(Invitation(Batch("[]")), call);
+
+    EXPECT_THAT(Delivered(),
+                ElementsAre(Result(call, Refused(11, kEmptyTexts)), Result(call, Refused(11, kNoUserList))));
+}
+
 class FriendUserLists : public FriendInvitationsTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(FriendUserLists, ThatCannotBeUsedAreRefusedWithCode11) {
