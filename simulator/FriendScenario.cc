@@ -30,6 +30,15 @@ ReportedError ReadError(StepReader& reader, const JsonValue& value) {
     return {reader.Text(value, "domain"), reader.Int64(value, "code"), reader.Text(value, "message")};
 }
 
+// What every answer may have.
+template <class AnswerStep>
+void ReadErrorAndThread(StepReader& reader, const JsonValue& value, AnswerStep& step) {
+    if (step.outcome == AnswerStep::Outcome::kError) {
+        step.error = ReadError(reader, value);
+    }
+    step.background = reader.Background(value);
+}
+
 PhotoPermission ReadPermission(StepReader& reader, const JsonValue& value, std::string_view name) {
     return reader.Chosen<PhotoPermission>(value, name,
                                           {{"not-asked", PhotoPermission::kNotAsked},
@@ -122,10 +131,7 @@ Step MakeAnswerFriendFinder(StepReader& reader, const JsonValue& value) {
                                                {"closed", Outcome::kClosed},
                                                {"not-opened", Outcome::kNotOpened},
                                                {"error", Outcome::kError}});
-        if (step.outcome == Outcome::kError) {
-            step.error = ReadError(reader, value);
-        }
-        step.background = reader.Background(value);
+        ReadErrorAndThread(reader, value, step);
     }
     return step;
 }
@@ -145,11 +151,8 @@ Step MakeAnswerGameRequest(StepReader& reader, const JsonValue& value) {
             step.requestID = reader.Text(value, "request");
             step.recipients = reader.OptionalTexts(value, "recipients");
         }
-        if (step.outcome == Outcome::kError) {
-            step.error = ReadError(reader, value);
-        }
         step.dialog = reader.OptionalIndex(value, "dialog");
-        step.background = reader.Background(value);
+        ReadErrorAndThread(reader, value, step);
     }
     return step;
 }
@@ -166,11 +169,8 @@ Step MakeAnswerShare(StepReader& reader, const JsonValue& value) {
                                                {"not-opened", Outcome::kNotOpened},
                                                {"error", Outcome::kError}});
         step.postID = reader.OptionalText(value, "postID");
-        if (step.outcome == Outcome::kError) {
-            step.error = ReadError(reader, value);
-        }
         step.dialog = reader.OptionalIndex(value, "dialog");
-        step.background = reader.Background(value);
+        ReadErrorAndThread(reader, value, step);
     }
     return step;
 }
@@ -182,10 +182,7 @@ Step MakeFinishSaving(StepReader& reader, const JsonValue& value) {
         step.outcome =
             reader.Choice<Outcome>(value, "outcome", {{"saved", Outcome::kSaved}, {"error", Outcome::kError}});
         step.asset = reader.OptionalText(value, "asset");
-        if (step.outcome == Outcome::kError) {
-            step.error = ReadError(reader, value);
-        }
-        step.background = reader.Background(value);
+        ReadErrorAndThread(reader, value, step);
     }
     return step;
 }
@@ -198,13 +195,11 @@ Step MakeAnswerImageUpload(StepReader& reader, const JsonValue& value) {
                                               {{"uploaded", Outcome::kUploaded},
                                                {"dialog-not-opened", Outcome::kDialogNotOpened},
                                                {"error", Outcome::kError}});
-        if (step.outcome == Outcome::kError) {
-            step.error = ReadError(reader, value);
-        } else {
+        if (step.outcome != Outcome::kError) {
             step.photoID = reader.Text(value, "photoID");
         }
         step.upload = reader.OptionalIndex(value, "upload");
-        step.background = reader.Background(value);
+        ReadErrorAndThread(reader, value, step);
     }
     return step;
 }
@@ -232,11 +227,8 @@ Step MakeAnswerVideoUpload(StepReader& reader, const JsonValue& value) {
         if (step.outcome == Outcome::kUploaded) {
             step.videoID = reader.Text(value, "videoID");
         }
-        if (step.outcome == Outcome::kError) {
-            step.error = ReadError(reader, value);
-        }
         step.upload = reader.OptionalIndex(value, "upload");
-        step.background = reader.Background(value);
+        ReadErrorAndThread(reader, value, step);
     }
     return step;
 }

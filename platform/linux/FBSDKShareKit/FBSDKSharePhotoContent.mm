@@ -29,49 +29,7 @@ struct PhotoContentState : SharingContentState {
     [super dealloc];
 }
 
-- (NSURL*)contentURL {
-    return StateOf<SharingContentState>(self).contentURL.get();
-}
-
-- (void)setContentURL:(NSURL*)contentURL {
-    StateOf<SharingContentState>(self).contentURL = CopyOf(contentURL);
-}
-
-- (NSArray<NSString*>*)peopleIDs {
-    return StateOf<SharingContentState>(self).peopleIDs.get();
-}
-
-- (void)setPeopleIDs:(NSArray<NSString*>*)peopleIDs {
-    StateOf<SharingContentState>(self).peopleIDs = ListCopyOf(peopleIDs);
-}
-
-- (NSString*)placeID {
-    return StateOf<SharingContentState>(self).placeID.get();
-}
-
-- (void)setPlaceID:(NSString*)placeID {
-    StateOf<SharingContentState>(self).placeID = CopyOf(placeID);
-}
-
-- (NSString*)ref {
-    return StateOf<SharingContentState>(self).ref.get();
-}
-
-- (void)setRef:(NSString*)ref {
-    StateOf<SharingContentState>(self).ref = CopyOf(ref);
-}
-
-- (NSString*)pageID {
-    return StateOf<SharingContentState>(self).pageID.get();
-}
-
-- (void)setPageID:(NSString*)pageID {
-    StateOf<SharingContentState>(self).pageID = CopyOf(pageID);
-}
-
-- (NSString*)shareUUID {
-    return StateOf<SharingContentState>(self).shareUUID.get();
-}
+#include "FBSDKShareKit/SharingContentProperties.inc"
 
 - (NSArray<FBSDKSharePhoto*>*)photos {
     return StateOf<PhotoContentState>(self).photos.get();

@@ -1,55 +1,98 @@
 #include "UIKit/ImageDecoder.h"
 
-#include "UIKit/JpegStructure.h"
+#include <png.h>
+#include <turbojpeg.h>
 
-#include <climits>
-#include <cstdlib>
+#include <algorithm>
 #include <memory>
-
-#define STB_IMAGE_IMPLEMENTATION
-#define STB_IMAGE_STATIC
-#define STBI_NO_STDIO
-#define STBI_ONLY_PNG
-#define STBI_ONLY_JPEG
-#define STBI_MAX_DIMENSIONS 16384
-// Zeroed: the decoder reads tables that a broken JPEG has not defined.
-#define STBI_MALLOC(size) std::calloc(1, size)
-#define STBI_REALLOC(pointer, size) std::realloc(pointer, size)
-#define STBI_FREE(pointer) std::free(pointer)
-#include <stb/stb_image.h>
+#include <string_view>
 
 namespace Tarvik::Vorn::Host {
 
 namespace {
 
-// The decoder allocates by the size that the header tells, before it sees that the pixels are missing. Enough for what
-// the cameras of phones take.
+constexpr int64_t kMostPixelsOfSide = 16384;
+// Enough for what the cameras of phones take.
 constexpr int64_t kMostPixels = int64_t{64} * 1024 * 1024;
+
+// Of the formats that the pixels are decoded to.
+constexpr size_t kBytesOfPixel = 4;
+
+// To be asked before memory for the pixels is: a header of a few bytes can tell of any size.
+bool IsWithinLimits(int64_t width, int64_t height) {
+    return width <= kMostPixelsOfSide && height <= kMostPixelsOfSide && width * height <= kMostPixels;
+}
+
+std::unique_ptr<uint8_t[]> RoomForPixels(const ImageSize& size) {
+    const size_t pixels = static_cast<size_t>(size.width) * static_cast<size_t>(size.height);
+    return std::make_unique_for_overwrite<uint8_t[]>(pixels * kBytesOfPixel);
+}
+
+// Whether the chunks of a PNG, whose signature is known to be right, go on to the one that ends it. The decoder stops
+// reading behind the last pixel.
+bool HasPNGEnd(std::span<const uint8_t> bytes) {
+    constexpr size_t kSignature = 8;
+    constexpr size_t kType = 4;
+    constexpr size_t kLengthTypeAndChecksum = 12;
+    constexpr std::string_view kEnd = "IEND";
+
+    std::span<const uint8_t> rest = bytes.subspan(kSignature);
+    while (rest.size() >= kLengthTypeAndChecksum) {
+        if (std::ranges::equal(rest.subspan(kType, kEnd.size()), kEnd)) {
+            return true;
+        }
+        const size_t length = png_get_uint_32(rest.data());
+        if (length > rest.size() - kLengthTypeAndChecksum) {
+            return false;
+        }
+        rest = rest.subspan(kLengthTypeAndChecksum + length);
+    }
+    return false;
+}
+
+std::optional<ImageSize> DecodePNG(std::span<const uint8_t> bytes) {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    const std::unique_ptr<png_image, decltype(&png_image_free)> contents(&image, &png_image_free);
+    if (png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()) == 0 ||
+        !IsWithinLimits(image.width, image.height)) {
+        return std::nullopt;
+    }
+    const ImageSize size = {static_cast<int>(image.width), static_cast<int>(image.height)};
+    image.format = PNG_FORMAT_RGBA;
+    const std::unique_ptr<uint8_t[]> pixels = RoomForPixels(size);
+    if (png_image_finish_read(&image, nullptr, pixels.get(), 0, nullptr) == 0 || !HasPNGEnd(bytes)) {
+        return std::nullopt;
+    }
+    return size;
+}
+
+std::optional<ImageSize> DecodeJPEG(std::span<const uint8_t> bytes) {
+    const std::unique_ptr<void, decltype(&tjDestroy)> decoder(tjInitDecompress(), &tjDestroy);
+    ImageSize size;
+    int subsampling = 0;
+    int colors = 0;
+    if (tjDecompressHeader3(decoder.get(), bytes.data(), bytes.size(), &size.width, &size.height, &subsampling,
+                            &colors) != 0 ||
+        !IsWithinLimits(size.width, size.height)) {
+        return std::nullopt;
+    }
+    // The decoder converts neither of the printers' color spaces to RGB.
+    const int format = colors == TJCS_CMYK || colors == TJCS_YCCK ? TJPF_CMYK : TJPF_RGBX;
+    const std::unique_ptr<uint8_t[]> pixels = RoomForPixels(size);
+    // Missing bytes are no more than a warning: the rest of the picture is grey then.
+    if (tjDecompress2(decoder.get(), bytes.data(), bytes.size(), pixels.get(), size.width, 0, size.height, format,
+                      TJFLAG_STOPONWARNING) != 0) {
+        return std::nullopt;
+    }
+    return size;
+}
 
 } // namespace
 
 std::optional<ImageSize> DecodeImage(std::span<const uint8_t> bytes) {
-    if (bytes.empty() || bytes.size() > INT_MAX) {
-        return std::nullopt;
-    }
-    // Before anything else: the size of a JPEG is read by the same code as its tables. The decoder takes whatever begins
-    // with 0xff for one.
-    if (bytes.front() == 0xff && !IsWholeJpeg(bytes)) {
-        return std::nullopt;
-    }
-    const int length = static_cast<int>(bytes.size());
-    ImageSize size;
-    int channels = 0;
-    if (stbi_info_from_memory(bytes.data(), length, &size.width, &size.height, &channels) == 0 ||
-        int64_t{size.width} * size.height > kMostPixels) {
-        return std::nullopt;
-    }
-    const std::unique_ptr<stbi_uc, decltype(&stbi_image_free)> pixels(
-        stbi_load_from_memory(bytes.data(), length, &size.width, &size.height, &channels, 0), &stbi_image_free);
-    if (pixels == nullptr) {
-        return std::nullopt;
-    }
-    return size;
+    const std::optional<ImageSize> size = DecodePNG(bytes);
+    return size ? size : DecodeJPEG(bytes);
 }
 
 } // namespace Tarvik::Vorn::Host

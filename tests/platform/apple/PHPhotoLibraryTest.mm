@@ -149,7 +149,7 @@ TEST_F(PhotoPermission, AHandlerMayAskAgain) {
 TEST_F(PhotoPermission, AnAnsweredHandlerIsReleased) {
     int alive = 0;
     @autoreleasepool {
-        VornAliveProbe* const probe = [VornAliveProbe probeOf:&alive];
+        VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
         [PHPhotoLibrary requestAuthorization:^(PHAuthorizationStatus) {
             [probe self];
         }];
@@ -175,7 +175,7 @@ TEST_F(PhotoPermission, AResetForgetsRequestsUncalledAndTheStatus) {
     Answers answers;
     int alive = 0;
     @autoreleasepool {
-        VornAliveProbe* const probe = [VornAliveProbe probeOf:&alive];
+        VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
         [PHPhotoLibrary requestAuthorization:^(PHAuthorizationStatus) {
             [probe self];
         }];
@@ -325,7 +325,7 @@ TEST_F(PhotoChanges, MayLackEitherBlock) {
 TEST_F(PhotoChanges, AreReleasedWhenTheyHaveRun) {
     int alive = 0;
     @autoreleasepool {
-        VornAliveProbe* const probe = [VornAliveProbe probeOf:&alive];
+        VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
         [[PHPhotoLibrary sharedPhotoLibrary]
             performChanges:^{
                 [probe self];
@@ -345,7 +345,7 @@ TEST_F(PhotoChanges, AResetForgetsThemUncalled) {
     ChangeLog log;
     int alive = 0;
     @autoreleasepool {
-        VornAliveProbe* const probe = [VornAliveProbe probeOf:&alive];
+        VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
         Change(^{
             [probe self];
         });

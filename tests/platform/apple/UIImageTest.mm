@@ -114,7 +114,14 @@ TEST_P(UIImageOfMaker, WidthAndHeightAreNotMixedUp) {
 }
 
 TEST_F(UIImageFacts, AJPEGMayHaveThePrintersColors) {
-    EXPECT_NE(Decode(MakeJPEGOf(TJPF_CMYK, TJSAMP_444, 3, 2)), nil);
+    constexpr size_t kTransform = 11; // Where Adobe's segment tells how the colors are written, counted from its name.
+    std::string bytes = MakeJPEGOf(TJPF_CMYK, TJSAMP_444, 3, 2);
+    const size_t adobe = bytes.find("Adobe");
+    ASSERT_NE(adobe, std::string::npos);
+
+    EXPECT_NE(Decode(bytes), nil); // As YCCK.
+    bytes[adobe + kTransform] = 0; // As they are.
+    EXPECT_NE(Decode(bytes), nil);
 }
 
 TEST_F(UIImageFacts, TheDescriptionHasTheSizeAndNoAddress) {

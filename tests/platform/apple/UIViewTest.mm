@@ -190,7 +190,7 @@ TEST_F(UIViewFacts, AViewThatOnlyItsParentKeepsGoesWhenItIsRemoved) {
         view = MakeView();
         // A view has no place for a probe; a window below it has.
         UIWindow* const window = [[[UIWindow alloc] init] autorelease];
-        [window setRootViewController:(UIViewController*)[VornAliveProbe probeOf:&alive]];
+        [window setRootViewController:(UIViewController*)[VornLifeProbe probeOf:&alive]];
         [view addSubview:window];
         [parent addSubview:view];
     }

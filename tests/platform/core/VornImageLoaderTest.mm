@@ -2,6 +2,7 @@
 
 #include "VornImageLoader.h"
 
+#include "LifeProbe.h"
 #include "PoolTest.h"
 #include "VornRetainPtr.h"
 #include "VornText.h"
@@ -23,29 +24,6 @@
 #include <thread>
 #include <unistd.h>
 #include <vector>
-
-// Tells through a counter whether it lives.
-@interface VornLoadProbe : NSObject {
-    int* mAlive;
-}
-+ (instancetype)probeOf:(int*)alive;
-@end
-
-@implementation VornLoadProbe
-
-+ (instancetype)probeOf:(int*)alive {
-    VornLoadProbe* const probe = [[[self alloc] init] autorelease];
-    probe->mAlive = alive;
-    *alive = 1;
-    return probe;
-}
-
-- (void)dealloc {
-    *mAlive = 0;
-    [super dealloc];
-}
-
-@end
 
 namespace Tarvik::Vorn::Test {
 namespace {
@@ -314,7 +292,7 @@ TEST_F(ImageLoader, TheTextIsReadWhenTheLoadIsAskedFor) {
 TEST_F(ImageLoader, ABlockIsReleasedOnceItHasBeenAnswered) {
     int alive = 0;
     @autoreleasepool {
-        VornLoadProbe* const probe = [VornLoadProbe probeOf:&alive];
+        VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
         [VornUtilsIOS loadImageWithUri:@"/missing"
                               complete:^(BOOL, NSData*, NSError*) {
                                   [probe self];
@@ -332,7 +310,7 @@ TEST_F(ImageLoader, WhatABlockAutoreleasesIsReleasedOnceItHasBeenAnswered) {
 
     [VornUtilsIOS loadImageWithUri:@"/missing"
                           complete:^(BOOL, NSData*, NSError*) {
-                              [VornLoadProbe probeOf:counter];
+                              [VornLifeProbe probeOf:counter];
                           }];
     WaitForImageLoads();
 

@@ -9,14 +9,12 @@
 #include "HostError.h"
 #include "InfoDictionary.h"
 #include "PlatformCalls.h"
-#include "PlatformReset.h"
-#include "PoolTest.h"
+#include "PlatformTest.h"
 #include "VornRetainPtr.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <set>
 #include <string>
 #include <thread>
@@ -24,16 +22,7 @@
 
 namespace Tarvik::Vorn::Test {
 
-class FacebookPlatformTest : public PoolTest {
-protected:
-    FacebookPlatformTest() { Host::ResetPlatform(); }
-    ~FacebookPlatformTest() override { Host::ResetPlatform(); }
-};
-
-// Bytes of a text; "(nil)" for nil, so that nil and empty differ in a failure's message.
-inline std::string Text(NSString* text) {
-    return text == nil ? "(nil)" : [text UTF8String];
-}
+class FacebookPlatformTest : public PlatformTest {};
 
 inline std::set<std::string> Texts(NSSet<NSString*>* texts) {
     std::set<std::string> result;
@@ -41,26 +30,6 @@ inline std::set<std::string> Texts(NSSet<NSString*>* texts) {
         result.insert(Text(text));
     }
     return result;
-}
-
-// The name of the exception that `work` raises; empty when it raises none.
-inline std::string RaisedBy(const std::function<void()>& work) {
-    @try {
-        work();
-    } @catch (NSException* exception) {
-        return Text([exception name]);
-    }
-    return {};
-}
-
-// Runs `work` on a thread of its own with an autorelease pool, and waits for it.
-inline void OnAnotherThread(const std::function<void()>& work) {
-    std::thread thread([&work] {
-        @autoreleasepool {
-            work();
-        }
-    });
-    thread.join();
 }
 
 // What a login's handler was called with. Lives longer than the handler.
@@ -87,14 +56,6 @@ struct LoginOutcome {
 };
 
 } // namespace Tarvik::Vorn::Test
-
-// Tells through a counter whether it lives.
-@interface VornLifeProbe : NSObject {
-    int* mAlive;
-}
-// Autoreleased; *alive is 1 as long as the object lives, then 0.
-+ (instancetype)probeOf:(int*)alive;
-@end
 
 // Counts the posts of FBSDKAccessTokenDidChangeNotification as long as it lives, and keeps what the last one found.
 @interface VornTokenWatcher : NSObject {

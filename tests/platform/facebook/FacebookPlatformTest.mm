@@ -1,21 +1,5 @@
 #include "FacebookPlatformTest.h"
 
-@implementation VornLifeProbe
-
-+ (instancetype)probeOf:(int*)alive {
-    VornLifeProbe* const probe = [[[VornLifeProbe alloc] init] autorelease];
-    probe->mAlive = alive;
-    *alive = 1;
-    return probe;
-}
-
-- (void)dealloc {
-    *mAlive = 0;
-    [super dealloc];
-}
-
-@end
-
 @implementation VornTokenWatcher
 
 - (instancetype)init {
