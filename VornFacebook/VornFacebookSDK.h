@@ -8,5 +8,8 @@
 #import <SafariServices/SafariServices.h>
 #import <AuthenticationServices/AuthenticationServices.h>
 
+// The link words that these headers define are exported, though everything here is compiled hidden.
+#pragma GCC visibility push(default)
 #import <FBSDKCoreKit/FBSDKCoreKit.h>
 #import <FBSDKCoreKit/FBSDKCoreKit-Swift.h>
+#pragma GCC visibility pop

@@ -17,10 +17,6 @@
 #define OS_USED __attribute__((__used__))
 #endif
 
-// Default visibility for the words: a build for the device exports them by its list of exported symbols; the Linux build
-// has no such list, and compiles with hidden visibility.
-#define FB_LINK_VISIBLE __attribute__((visibility("default")))
-
 #ifdef __cplusplus
 #define FB_LINK_BEGIN_C_LINKAGE extern "C" {
 #define FB_LINK_END_C_LINKAGE }
@@ -30,11 +26,12 @@
 #endif
 
 #ifndef FB_LINK_REQUIRE_DISABLE_I_KNOW_WHAT_I_AM_DOING
-// In a header: the byte is declared, the word declared and defined.
+// In a header: the byte is declared, the word declared and defined. The words have the visibility that the importing source
+// is compiled with.
 #define FB_LINK_CATEGORY_INTERFACE(CLASS, CATEGORY)                                                                    \
     FB_LINK_BEGIN_C_LINKAGE                                                                                            \
     extern char FBLinkable_##CLASS##_##CATEGORY;                                                                       \
-    FB_LINK_VISIBLE extern const void* _Nonnull const OS_WEAK FBLink_##CLASS##_##CATEGORY;                             \
+    extern const void* _Nonnull const OS_WEAK FBLink_##CLASS##_##CATEGORY;                                             \
     OS_USED const void* _Nonnull const OS_WEAK FBLink_##CLASS##_##CATEGORY = &FBLinkable_##CLASS##_##CATEGORY;         \
     FB_LINK_END_C_LINKAGE
 #else
@@ -44,7 +41,7 @@
 // In the source of a category: the byte is defined.
 #define FB_LINK_CATEGORY_IMPLEMENTATION(CLASS, CATEGORY)                                                               \
     FB_LINK_BEGIN_C_LINKAGE                                                                                            \
-    FB_LINK_VISIBLE char FBLinkable_##CLASS##_##CATEGORY = 'L';                                                        \
+    __attribute__((visibility("default"))) char FBLinkable_##CLASS##_##CATEGORY = 'L';                                 \
     FB_LINK_END_C_LINKAGE
 
 FB_LINK_CATEGORY_INTERFACE(NSUserDefaults, DataPersisting)
