@@ -66,7 +66,8 @@ std::string ContentText(FBSDKGameRequestContent* content) {
 GameRequestRoute ChooseRoute() {
     const bool isGamingLogin =
         [[[FBSDKAuthenticationToken currentAuthenticationToken] graphDomain] isEqualToString:@"gaming"];
-    return isGamingLogin && CanOpenURL([NSURL URLWithString:@"fbapi:/"]) ? GameRequestRoute::kGaming : GameRequestRoute::kWeb;
+    return isGamingLogin && CanOpenURL([NSURL URLWithString:@"fbapi:/"]) ? GameRequestRoute::kGaming
+                                                                         : GameRequestRoute::kWeb;
 }
 
 std::optional<OpenGameRequest> TakeOpenGameRequest(size_t index) {
