@@ -114,6 +114,7 @@ std::string Method(const std::string& selector) {
     return "-[VornFriendFacebook " + selector + "]";
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table, in the order of the source.
 const std::vector<LogRow>& Rows() {
     static const std::string front = Method("sendMessage:params:observerID:");
     static const std::string share = Method("share:params:observerID:");
