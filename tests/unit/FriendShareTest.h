@@ -52,9 +52,7 @@ inline std::string BlockOf(const std::string& method, int number) {
 }
 
 // A small real file of simulator/media.
-inline std::string MediaPath(const std::string& name) {
-    return std::string(VORN_MEDIA) + "/" + name;
-}
+std::string MediaPath(const std::string& name);
 
 inline VornFriendReqInfo LinkRequest(const std::string& link = "https://example.com/game") {
     VornFriendReqInfo request = RequestOf(10001);
