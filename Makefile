@@ -1,14 +1,15 @@
 # The daily commands. CMake does the work; `make help` lists them.
 
 .DEFAULT_GOAL := help
-.PHONY: help setup setup-check run test ios check format format-check lint headers tsan clean
+.PHONY: help setup setup-check run test ios package check format format-check lint headers tsan clean
 
 JOBS ?= $(shell nproc)
 
 help:
-	@echo "make run     build and play the tour: login, cancel, error, cache, logout"
+	@echo "make run     build and play the tour of the whole plugin"
 	@echo "make test    build and run every test under the address and undefined-behaviour sanitizers"
 	@echo "make ios     build the iOS binaries with their debug information into build/ios"
+	@echo "make package pack them for games: dist/VornFacebook.xcframework, its zip, checksums, sizes"
 	@echo "make check   format, lint, headers compile alone, all tests, thread sanitizer"
 	@echo "make format  rewrite the sources in the project's format"
 	@echo "make clean   remove everything that was built"
@@ -29,6 +30,9 @@ test: setup
 
 ios: setup
 	@scripts/build-ios
+
+package: ios
+	@scripts/package
 
 tsan: setup
 	@scripts/build tsan thread-tests

@@ -8,8 +8,8 @@ namespace Tarvik::Vorn {
 
 inline constexpr const char* kLogTag = "[Vorn]";
 
-// The file name in `path`: what follows the last '/', else what follows the last '\\', else all of it.
-constexpr const char* FileNameOf(const char* path) {
+// The file name in `path`, when the source is compiled: what follows the last '/', else what follows the last '\\', else all of it.
+consteval const char* FileNameOf(const char* path) {
     const char* slash = nullptr;
     const char* backslash = nullptr;
     for (const char* p = path; *p != '\0'; ++p) {
@@ -28,7 +28,7 @@ constexpr const char* FileNameOf(const char* path) {
 } // namespace Tarvik::Vorn
 
 #define VORN_LOG_AT(level, ...)                                                                                        \
-    ::Tarvik::Vorn::VornLogger(level, ::Tarvik::Vorn::kLogTag, ::Tarvik::Vorn::FileNameOf(__FILE__), __func__,         \
+    ::Tarvik::Vorn::VornLogger(level, ::Tarvik::Vorn::kLogTag, ::Tarvik::Vorn::FileNameOf(__FILE_NAME__), __func__,    \
                                __LINE__)                                                                               \
         .console()                                                                                                     \
         .writeLog(__VA_ARGS__)
@@ -39,4 +39,4 @@ constexpr const char* FileNameOf(const char* path) {
 
 // A trace of a call into the channel's SDK: VORN_TRACE(seqID, "{\"method\":\"logOut\"}").traceLog("FacebookLogin").
 #define VORN_TRACE(seqID, extraJson)                                                                                   \
-    ::Tarvik::Vorn::VornTrace(::Tarvik::Vorn::FileNameOf(__FILE__), __func__, __LINE__, seqID, extraJson)
+    ::Tarvik::Vorn::VornTrace(::Tarvik::Vorn::FileNameOf(__FILE_NAME__), __func__, __LINE__, seqID, extraJson)
