@@ -21,7 +21,7 @@ EXPORT_RESOLVER = 0x10
 class Binding:
     address: int
     symbol: str
-    library: str  # The library's path; for a weak binding the empty text, because any image may have the symbol.
+    dylib: str  # The library's path; for a weak binding the empty text, because any image may have the symbol.
     addend: int
     may_be_missing: bool
 

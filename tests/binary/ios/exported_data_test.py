@@ -62,7 +62,7 @@ class ExportedDataTest(SliceTest):
             binding = tested.fixups.bound_at.get(self.address_of(tested, f"_FBLink_{name}"))
             self.assertIsNotNone(binding, f"the word {name} is bound to nothing and stays null")
             self.assert_same(
-                (binding.symbol, binding.library, binding.addend, binding.may_be_missing),
+                (binding.symbol, binding.dylib, binding.addend, binding.may_be_missing),
                 (f"_FBLinkable_{name}", library, 0, False),
                 "the category is not loaded, and Facebook's SDK stops at the first message to it",
             )

@@ -31,7 +31,6 @@ MANGLED_NAMES = ["4Host", "9rapidjson", "7testing"]
 
 # Beginnings of paths. System libraries are named by paths of the device, which begin otherwise.
 MACHINE_PATHS = [
-    "/root/",
     "/home/",
     "/Users/",
     "/tmp/",

@@ -37,7 +37,7 @@ def imported(tested):
         for prefix in CLASS_PREFIXES:
             if entry.startswith(prefix):
                 entry = "class " + entry[len(prefix) :]
-        entries.add((binding.library.rsplit("/", 1)[-1], entry))
+        entries.add((binding.dylib.rsplit("/", 1)[-1], entry))
     return entries
 
 

@@ -160,7 +160,7 @@ class Metadata:
             address=address,
             name=image.text(image.pointer(address)),
             class_symbol=binding.symbol if binding else "",
-            class_library=binding.library if binding else "",
+            class_library=binding.dylib if binding else "",
             methods=self._methods(image.pointer(address + 16)),
             class_methods=self._methods(image.pointer(address + 24)),
             protocols=self._protocol_names(image.pointer(address + 32)),

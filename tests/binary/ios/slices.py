@@ -25,7 +25,7 @@ DEBUG_BINARY = DEBUG_BUNDLE / "Contents" / "Resources" / "DWARF" / NAME
 @dataclass(frozen=True)
 class Target:
     preset: str  # By which the slice is called here.
-    library: str  # The folder in build/ios.
+    folder: str  # The folder in build/ios.
     cpu: int
     platform: int
     minimum_system: str
@@ -68,11 +68,11 @@ class Slice:
 
     @property
     def binary_path(self):
-        return BUILD / self.target.library / BINARY
+        return BUILD / self.target.folder / BINARY
 
     @property
     def debug_path(self):
-        return BUILD / self.target.library / DEBUG_BINARY
+        return BUILD / self.target.folder / DEBUG_BINARY
 
     def _of_target(self, path):
         found = [(alignment, image) for alignment, image in macho.read_file(path) if image.cpu == self.target.cpu]
