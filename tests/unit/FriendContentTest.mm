@@ -10,10 +10,8 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
-using ::testing::SizeIs;
 
 // What the completion was called with. Lives longer than the completion.
 struct BuiltContent {

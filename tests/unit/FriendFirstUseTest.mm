@@ -21,6 +21,7 @@ TEST_F(FriendFirstUseTest, ManyThreadsGetOneInstanceThatHasNothingParked) {
     std::vector<id> seen(kThreads);
     std::latch start(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
 
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&, i] {

@@ -8,7 +8,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
 constexpr const char* kTag = "-[VornFriendFacebook setShareTaggablePeople:reqInfo:seqID:]";
 

@@ -18,7 +18,6 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::SizeIs;
 
 const std::string kImageEnd = BlockOf(kPipeline, 2);

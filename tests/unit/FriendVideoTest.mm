@@ -9,10 +9,8 @@ namespace Tarvik::Vorn::Test {
 namespace {
 
 using Host::PhotoChangesOutcome;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
 const std::string kSaved = BlockOf(kSaver, 1);
 
