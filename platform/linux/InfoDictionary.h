@@ -15,19 +15,27 @@ VORN_HOST_EXPORT id InfoValue(NSString* key);
 // Sets an entry, or removes it (nil).
 VORN_HOST_EXPORT void SetInfoValue(NSString* key, id value);
 
+// From now on the app's Info.plist is exactly this, without any of the defaults: what it does not have is missing, and
+// so a scheme that it does not list is neither registered nor may it be asked for. Copied; nil stands for an empty one.
+// Entries may be of any type: one that is not of the type its reader wants counts as not there.
+VORN_HOST_EXPORT void SetInfoDictionary(NSDictionary* entries);
+
 // From now on the app registers these schemes under CFBundleURLTypes, and no others. An empty list stands for an app
 // that forgot them.
 VORN_HOST_EXPORT void RegisterURLSchemes(NSArray<NSString*>* schemes);
 
-// YES when CFBundleURLTypes lists the scheme, or when that entry has not been set at all.
+// YES when CFBundleURLTypes lists the scheme. Without that entry: YES, unless SetInfoDictionary gave the Info.plist.
 VORN_HOST_EXPORT BOOL IsURLSchemeRegistered(NSString* scheme);
+
+// YES only when CFBundleURLTypes itself lists the scheme.
+VORN_HOST_EXPORT BOOL IsURLSchemeClaimed(NSString* scheme);
 
 // From now on the app lists these schemes under LSApplicationQueriesSchemes, and no others: it may ask whether they can
 // be opened. An empty list stands for an app that forgot them.
 VORN_HOST_EXPORT void RegisterQueriesSchemes(NSArray<NSString*>* schemes);
 
-// YES when LSApplicationQueriesSchemes lists the scheme, in any case of its letters, or when that entry has not been
-// set at all.
+// YES when LSApplicationQueriesSchemes lists the scheme, in any case of its letters. Without that entry: YES, unless
+// SetInfoDictionary gave the Info.plist.
 VORN_HOST_EXPORT BOOL IsQueriesSchemeListed(NSString* scheme);
 
 // Back to the default.

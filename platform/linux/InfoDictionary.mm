@@ -19,12 +19,34 @@ NSDictionary* DefaultEntries() {
 struct Info {
     std::mutex mutex;
     NSMutableDictionary* entries = [DefaultEntries() mutableCopy];
+    bool isWhole = false; // Given by SetInfoDictionary: what is missing has no default.
 };
 
 // Never destroyed: stand-ins read it until the process ends.
 Info& TheInfo() {
     static auto& info = *new Info;
     return info;
+}
+
+BOOL IsWhole() {
+    Info& info = TheInfo();
+    const std::lock_guard lock(info.mutex);
+    return info.isWhole ? YES : NO;
+}
+
+// `value` if it is a list, otherwise nil: an entry of another type counts as not there.
+NSArray* ListOrNil(id value) {
+    return [value isKindOfClass:[NSArray class]] ? value : nil;
+}
+
+BOOL Claims(NSArray* urlTypes, NSString* scheme) {
+    for (const id urlType in urlTypes) {
+        if ([urlType isKindOfClass:[NSDictionary class]] &&
+            [ListOrNil([urlType objectForKey:@"CFBundleURLSchemes"]) containsObject:scheme]) {
+            return YES;
+        }
+    }
+    return NO;
 }
 
 } // namespace
@@ -45,21 +67,24 @@ void SetInfoValue(NSString* key, id value) {
     }
 }
 
+void SetInfoDictionary(NSDictionary* entries) {
+    Info& info = TheInfo();
+    const std::lock_guard lock(info.mutex);
+    [info.entries setDictionary:entries == nil ? @{} : entries];
+    info.isWhole = true;
+}
+
 void RegisterURLSchemes(NSArray<NSString*>* schemes) {
     SetInfoValue(@"CFBundleURLTypes", @[ @{@"CFBundleURLSchemes" : schemes} ]);
 }
 
 BOOL IsURLSchemeRegistered(NSString* scheme) {
-    NSArray* const urlTypes = InfoValue(@"CFBundleURLTypes");
-    if (urlTypes == nil) {
-        return YES;
-    }
-    for (NSDictionary* urlType in urlTypes) {
-        if ([[urlType objectForKey:@"CFBundleURLSchemes"] containsObject:scheme]) {
-            return YES;
-        }
-    }
-    return NO;
+    NSArray* const urlTypes = ListOrNil(InfoValue(@"CFBundleURLTypes"));
+    return urlTypes == nil ? !IsWhole() : Claims(urlTypes, scheme);
+}
+
+BOOL IsURLSchemeClaimed(NSString* scheme) {
+    return Claims(ListOrNil(InfoValue(@"CFBundleURLTypes")), scheme);
 }
 
 void RegisterQueriesSchemes(NSArray<NSString*>* schemes) {
@@ -67,13 +92,13 @@ void RegisterQueriesSchemes(NSArray<NSString*>* schemes) {
 }
 
 BOOL IsQueriesSchemeListed(NSString* scheme) {
-    NSArray* const listed = InfoValue(@"LSApplicationQueriesSchemes");
+    NSArray* const listed = ListOrNil(InfoValue(@"LSApplicationQueriesSchemes"));
     if (listed == nil) {
-        return YES;
+        return !IsWhole();
     }
     NSString* const wanted = [scheme lowercaseString];
-    for (NSString* candidate in listed) {
-        if ([[candidate lowercaseString] isEqualToString:wanted]) {
+    for (const id candidate in listed) {
+        if ([candidate isKindOfClass:[NSString class]] && [[candidate lowercaseString] isEqualToString:wanted]) {
             return YES;
         }
     }
@@ -84,6 +109,7 @@ void ResetInfoDictionary() {
     Info& info = TheInfo();
     const std::lock_guard lock(info.mutex);
     [info.entries setDictionary:DefaultEntries()];
+    info.isWhole = false;
 }
 
 } // namespace Tarvik::Vorn::Host

@@ -28,9 +28,15 @@ using PlatformCallListener = std::function<void(const PlatformCall&)>;
 
 namespace PlatformCalls {
 
-// Enters a call made on this thread.
+// Enters a call made on this thread, unless no history is kept (History.h), and tells the listener. Then raises what
+// was arranged for the call (PlatformFaults.h): a stand-in records first, holding no lock, and changes things
+// afterwards.
 VORN_HOST_EXPORT void Record(const std::string& className, const std::string& selector,
                              const std::string& arguments = {});
+
+// The same for an initializer: `object` is released when the call raises.
+VORN_HOST_EXPORT void RecordInitializer(id object, const std::string& className, const std::string& selector,
+                                        const std::string& arguments = {});
 
 // A copy of the record so far.
 VORN_HOST_EXPORT std::vector<PlatformCall> All();

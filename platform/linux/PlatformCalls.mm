@@ -1,5 +1,9 @@
 #include "PlatformCalls.h"
 
+#include "History.h"
+#include "PlatformFaults.h"
+#include "VornRetainPtr.h"
+
 #import <Foundation/Foundation.h>
 
 #include <mutex>
@@ -25,22 +29,32 @@ Recorder& TheRecorder() {
     return recorder;
 }
 
-} // namespace
-
-namespace PlatformCalls {
-
-void Record(const std::string& className, const std::string& selector, const std::string& arguments) {
-    const PlatformCall call{className, selector, arguments, [NSThread isMainThread] != NO};
-
+void Enter(const PlatformCall& call) {
     Recorder& recorder = TheRecorder();
     const std::lock_guard entering(recorder.entering);
-    {
+    if (IsHistoryKept()) {
         const std::lock_guard reading(recorder.reading);
         recorder.calls.push_back(call);
     }
     if (recorder.listener) {
         recorder.listener(call);
     }
+}
+
+} // namespace
+
+namespace PlatformCalls {
+
+void Record(const std::string& className, const std::string& selector, const std::string& arguments) {
+    Enter({className, selector, arguments, [NSThread isMainThread] != NO});
+    RaiseIfArranged(className, selector);
+}
+
+void RecordInitializer(id object, const std::string& className, const std::string& selector,
+                       const std::string& arguments) {
+    const RetainPtr<id> unfinished = AdoptNS(object); // Ends the object when the call raises.
+    Record(className, selector, arguments);
+    [object retain];
 }
 
 std::vector<PlatformCall> All() {

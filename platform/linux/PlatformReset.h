@@ -6,8 +6,8 @@
 namespace Tarvik::Vorn::Host {
 
 // Every stand-in gets its default settings back and forgets what it was asked; completions that were never fired are
-// released uncalled; the Info.plist is the default one; the call record is empty and has no listener. No notification
-// is posted. Any thread, while nothing else calls the platform.
+// released uncalled; the Info.plist is the default one; the call record is empty; history is kept, no exception is
+// arranged, and nothing has a listener. No notification is posted. Any thread, while nothing else calls the platform.
 VORN_HOST_EXPORT void ResetPlatform();
 
 } // namespace Tarvik::Vorn::Host

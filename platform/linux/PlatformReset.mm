@@ -12,14 +12,18 @@
 #include "FBSDKLoginKit/FBSDKLoginManager+Control.h"
 #include "FBSDKShareKit/ShareDialogs.h"
 #include "FacebookProfile.h"
+#include "History.h"
 #include "InfoDictionary.h"
+#include "Openings.h"
 #include "Photos/PhotoLibrary.h"
 #include "PlatformCalls.h"
+#include "PlatformFaults.h"
 #include "UIKit/UIApplication+Control.h"
 
 namespace Tarvik::Vorn::Host {
 
 void ResetPlatform() {
+    SetOpeningListener({});
     @autoreleasepool {
         // The logins first: they hold the objects of the calling program.
         [FBSDKLoginManager reset];
@@ -39,6 +43,8 @@ void ResetPlatform() {
         ResetInfoDictionary();
         SetFacebookProfile(FacebookProfile::k18_1);
     }
+    ResetPlatformFaults();
+    SetHistoryKept(true);
     SetPlatformCallListener({});
     PlatformCalls::Clear();
 }

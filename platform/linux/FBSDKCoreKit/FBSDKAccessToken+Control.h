@@ -19,6 +19,10 @@ namespace Tarvik::Vorn::Host {
 VORN_HOST_EXPORT FBSDKAccessToken* MakeAccessToken(NSString* tokenString, NSString* userID,
                                                    NSArray<NSString*>* permissions);
 
+// The same, but it expired long ago. Autoreleased.
+VORN_HOST_EXPORT FBSDKAccessToken* MakeExpiredAccessToken(NSString* tokenString, NSString* userID,
+                                                          NSArray<NSString*>* permissions);
+
 // What setCurrentAccessToken: does, but as the SDK itself does it: not entered in PlatformCalls. Posts
 // FBSDKAccessTokenDidChangeNotification on this thread, before it returns, unless the token is the current one already.
 VORN_HOST_EXPORT void ReplaceCurrentAccessToken(FBSDKAccessToken* token);

@@ -51,6 +51,20 @@ RetainPtr<NSSet*> SetOf(NSArray* list) {
     return list == nil ? RetainPtr<NSSet*>([NSSet set]) : RetainPtr<NSSet*>([NSSet setWithArray:list]);
 }
 
+// Nil stands for a token that never expires.
+FBSDKAccessToken* MakeTokenUntil(NSDate* expirationDate, NSString* tokenString, NSString* userID,
+                                 NSArray<NSString*>* permissions) {
+    return [[[FBSDKAccessToken alloc] initWithTokenString:tokenString
+                                              permissions:permissions
+                                      declinedPermissions:@[]
+                                       expiredPermissions:@[]
+                                                    appID:@"1000000000000001"
+                                                   userID:userID
+                                           expirationDate:expirationDate
+                                              refreshDate:nil
+                                 dataAccessExpirationDate:nil] autorelease];
+}
+
 } // namespace
 
 @implementation FBSDKAccessToken
@@ -190,15 +204,11 @@ RetainPtr<NSSet*> SetOf(NSArray* list) {
 namespace Tarvik::Vorn::Host {
 
 FBSDKAccessToken* MakeAccessToken(NSString* tokenString, NSString* userID, NSArray<NSString*>* permissions) {
-    return [[[FBSDKAccessToken alloc] initWithTokenString:tokenString
-                                              permissions:permissions
-                                      declinedPermissions:@[]
-                                       expiredPermissions:@[]
-                                                    appID:@"1000000000000001"
-                                                   userID:userID
-                                           expirationDate:nil
-                                              refreshDate:nil
-                                 dataAccessExpirationDate:nil] autorelease];
+    return MakeTokenUntil(nil, tokenString, userID, permissions);
+}
+
+FBSDKAccessToken* MakeExpiredAccessToken(NSString* tokenString, NSString* userID, NSArray<NSString*>* permissions) {
+    return MakeTokenUntil([NSDate distantPast], tokenString, userID, permissions);
 }
 
 void ReplaceCurrentAccessToken(FBSDKAccessToken* token) {

@@ -7,6 +7,7 @@
 #include "HostExport.h"
 #include "VornRetainPtr.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,13 @@ struct AppEvent {
     std::string rule;
 };
 
+using AppEventListener = std::function<void(const AppEvent&)>;
+
+// From now on `listener` gets each event right after it was accepted or dropped, on the thread that logged it and
+// before a drop is posted. No lock is held: it may call any platform function, and may be called on several threads at
+// a time. An empty function ends it, and so does ResetPlatform; a call on another thread may still be under way then.
+VORN_HOST_EXPORT void SetAppEventListener(AppEventListener listener);
+
 // What activateApp does, but as the SDK itself does it: not entered in PlatformCalls nor in activateAppCount.
 VORN_HOST_EXPORT void ActivateApp();
 
@@ -56,7 +64,8 @@ VORN_HOST_EXPORT void AdvanceClock(NSTimeInterval seconds);
 // then, and nothing is posted. Default YES.
 + (void)setTrackingAllowed:(BOOL)allowed;
 
-// No events, counts of 0, no session yet, the clock at its start, tracking allowed. The shared object stays the same.
+// No listener, no events, counts of 0, no session yet, the clock at its start, tracking allowed. The shared object
+// stays the same.
 + (void)reset;
 
 @end

@@ -2,6 +2,7 @@
 
 #include "CallText.h"
 #include "FBSDKCoreKit/SDKErrors.h"
+#include "History.h"
 #include "PlatformCalls.h"
 
 #include <mutex>
@@ -32,6 +33,7 @@ struct AppEventsState {
 struct AppEvents {
     std::mutex mutex;
     AppEventsState current;
+    AppEventListener listener;
 };
 
 // Never destroyed: events may come until the process ends.
@@ -118,8 +120,10 @@ void Log(NSString* name, NSDictionary* parameters, AppEventForm form) {
     }
 
     AppEvents& appEvents = TheAppEvents();
+    AppEventListener listener;
     {
         const std::lock_guard lock(appEvents.mutex);
+        listener = appEvents.listener;
         if (!appEvents.current.trackingAllowed) {
             event.accepted = false;
             event.rule = "tracking is disallowed";
@@ -129,7 +133,12 @@ void Log(NSString* name, NSDictionary* parameters, AppEventForm form) {
             event.offender = objection->offender;
             event.rule = objection->rule;
         }
-        appEvents.current.events.push_back(std::move(event));
+        if (IsHistoryKept()) {
+            appEvents.current.events.push_back(event);
+        }
+    }
+    if (listener) {
+        listener(event);
     }
     if (objection) {
         PostDrop(*objection);
@@ -209,6 +218,7 @@ bool BeginSession() {
 }
 
 + (void)reset {
+    SetAppEventListener({});
     AppEventsState first;
     AppEvents& appEvents = TheAppEvents();
     const std::lock_guard lock(appEvents.mutex);
@@ -219,6 +229,15 @@ bool BeginSession() {
 @end
 
 namespace Tarvik::Vorn::Host {
+
+void SetAppEventListener(AppEventListener listener) {
+    AppEvents& appEvents = TheAppEvents();
+    {
+        const std::lock_guard lock(appEvents.mutex);
+        std::swap(appEvents.listener, listener);
+    }
+    // The former listener ends here, outside the lock.
+}
 
 void ActivateApp() {
     if (![NSThread isMainThread]) {

@@ -35,11 +35,8 @@ Launch& TheLaunch() {
 
 // Schemes that belong to Facebook's own apps: an app may ask for them, and must not claim them.
 void RefuseReservedURLSchemes() {
-    if (InfoValue(@"CFBundleURLTypes") == nil) {
-        return; // Every scheme counts as registered then; none is listed.
-    }
     for (NSString* scheme in @[ @"fbapi", @"fb-messenger-share-api" ]) {
-        if (IsURLSchemeRegistered(scheme)) {
+        if (IsURLSchemeClaimed(scheme)) {
             [NSException raise:@"InvalidOperationException"
                         format:@"%@ is listed under CFBundleURLSchemes in your Info.plist. "
                                @"Please move it to LSApplicationQueriesSchemes",
@@ -50,20 +47,13 @@ void RefuseReservedURLSchemes() {
 
 bool LogsActivations() {
     const id value = InfoValue(@"FacebookAutoLogAppEventsEnabled");
-    return value == nil || [value boolValue];
+    const bool isAnswer = [value isKindOfClass:[NSNumber class]] || [value isKindOfClass:[NSString class]];
+    return !isAnswer || [value boolValue];
 }
 
 bool IsAwaitedByLogin(NSURL* url) {
-    if ([FBSDKLoginManager pendingLoginCount] == 0) {
-        return false;
-    }
-    std::string scheme;
-    for (const LoginRequest& request : [FBSDKLoginManager loginRequests]) {
-        if (request.pageOpened) {
-            scheme = request.scheme; // The last page is the one that shows.
-        }
-    }
-    return PlainText([[url scheme] lowercaseString]) == scheme;
+    NSString* const scheme = [FBSDKLoginManager pendingScheme];
+    return scheme != nil && [[[url scheme] lowercaseString] isEqualToString:scheme];
 }
 
 BOOL TakeURL(NSURL* url, NSString* sourceApplication, id annotation) {

@@ -9,4 +9,11 @@ namespace Tarvik::Vorn::Host {
 // Autoreleased. A nil message leaves its key out of the user info.
 NSError* MakeSDKError(NSString* domain, NSInteger code, NSString* developerMessage);
 
+// What a Graph request fails with when the server finds that the access token has expired. Autoreleased.
+NSError* MakeExpiredTokenError();
+
+// What the SDK does at the start of a Graph request: raises InvalidOperationException when FBSDKSettings has no client
+// token (nil; an empty one counts as one).
+void RequireClientToken();
+
 } // namespace Tarvik::Vorn::Host

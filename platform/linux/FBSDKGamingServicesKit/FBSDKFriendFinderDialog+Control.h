@@ -4,6 +4,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "Openings.h"
 #include "VornRetainPtr.h"
 
 #import <Foundation/Foundation.h>
@@ -30,7 +31,7 @@ public:
     static FriendFinderAnswer Exactly(bool success, NSError* error);
 
 private:
-    friend VORN_HOST_EXPORT bool AnswerFriendFinder(const FriendFinderAnswer& answer);
+    friend VORN_HOST_EXPORT bool AnswerFriendFinder(const FriendFinderAnswer& answer, size_t index, Closing closing);
 
     enum class Kind { kReturned, kClosed, kExactly };
 
@@ -39,9 +40,11 @@ private:
     RetainPtr<NSError*> mError;
 };
 
-// Ends the friend finder that has been open longest: calls its handler on this thread. Returns false, and does nothing,
-// when none is open. Any thread; an exception that the handler throws passes through.
-VORN_HOST_EXPORT bool AnswerFriendFinder(const FriendFinderAnswer& answer);
+// Ends an open friend finder, the one that has been open longest for index 0: calls its handler on this thread. Returns
+// false, and does nothing, when there is no such finder. Any thread; an exception that the handler throws passes
+// through.
+VORN_HOST_EXPORT bool AnswerFriendFinder(const FriendFinderAnswer& answer, size_t index = 0,
+                                         Closing closing = Closing::kCloses);
 
 // How many friend finders are open. Any thread.
 VORN_HOST_EXPORT size_t OpenFriendFinderCount();

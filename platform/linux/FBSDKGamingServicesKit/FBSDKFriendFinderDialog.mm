@@ -2,6 +2,7 @@
 
 #include "FBSDKCoreKit/SDKErrors.h"
 #include "FacebookProfile.h"
+#include "HeldThings.h"
 #include "PlatformCalls.h"
 
 #import <AuthenticationServices/AuthenticationServices.h>
@@ -39,15 +40,10 @@ FriendFinders& TheFriendFinders() {
     return finders;
 }
 
-std::optional<OpenFriendFinder> TakeFirstFriendFinder() {
+std::optional<OpenFriendFinder> TakeFriendFinder(size_t index, Closing closing) {
     FriendFinders& finders = TheFriendFinders();
     const std::lock_guard lock(finders.mutex);
-    if (finders.open.empty()) {
-        return std::nullopt;
-    }
-    std::optional<OpenFriendFinder> first(std::move(finders.open.front()));
-    finders.open.erase(finders.open.begin());
-    return first;
+    return TakeHeld(finders.open, index, closing);
 }
 
 } // namespace
@@ -71,9 +67,12 @@ std::optional<OpenFriendFinder> TakeFirstFriendFinder() {
     }
 
     OpenFriendFinder finder{AdoptNS<Handler>([completionHandler copy]), CurrentFacebookProfile()};
-    FriendFinders& finders = TheFriendFinders();
-    const std::lock_guard lock(finders.mutex);
-    finders.open.push_back(std::move(finder));
+    {
+        FriendFinders& finders = TheFriendFinders();
+        const std::lock_guard lock(finders.mutex);
+        finders.open.push_back(std::move(finder));
+    }
+    TellOpening(Opening::kFriendFinder);
 }
 
 @end
@@ -104,9 +103,9 @@ FriendFinderAnswer FriendFinderAnswer::Exactly(bool success, NSError* error) {
     return answer;
 }
 
-bool AnswerFriendFinder(const FriendFinderAnswer& answer) {
+bool AnswerFriendFinder(const FriendFinderAnswer& answer, size_t index, Closing closing) {
     @autoreleasepool {
-        const std::optional<OpenFriendFinder> finder = TakeFirstFriendFinder();
+        const std::optional<OpenFriendFinder> finder = TakeFriendFinder(index, closing);
         if (!finder) {
             return false;
         }

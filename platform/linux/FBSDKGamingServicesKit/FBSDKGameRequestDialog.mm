@@ -3,6 +3,8 @@
 #include "FBSDKGamingServicesKit/GameRequests.h"
 #include "FacebookProfile.h"
 #include "FatalError.h"
+#include "HeldThings.h"
+#include "History.h"
 #include "PlatformCalls.h"
 #include "StandInState.h"
 #include "UIKit/UIApplication+Control.h"
@@ -70,16 +72,10 @@ GameRequestRoute ChooseRoute() {
                                                                          : GameRequestRoute::kWeb;
 }
 
-std::optional<OpenGameRequest> TakeOpenGameRequest(size_t index) {
+std::optional<OpenGameRequest> TakeOpenGameRequest(size_t index, Closing closing) {
     Dialogs& dialogs = TheDialogs();
     const std::lock_guard lock(dialogs.mutex);
-    if (index >= dialogs.open.size()) {
-        return std::nullopt;
-    }
-    const auto position = dialogs.open.begin() + static_cast<ptrdiff_t>(index);
-    std::optional<OpenGameRequest> taken(std::move(*position));
-    dialogs.open.erase(position);
-    return taken;
+    return TakeHeld(dialogs.open, index, closing);
 }
 
 // What show does, however it was called.
@@ -99,21 +95,28 @@ BOOL Show(FBSDKGameRequestDialog* dialog) {
             request.route == GameRequestRoute::kGaming ? TextsOf([content recipientSuggestions]) : request.recipients;
     }
     OpenGameRequest open{RetainPtr(dialog), request.route, CurrentFacebookProfile()};
+    bool isOpen = false;
     {
         Dialogs& dialogs = TheDialogs();
         const std::lock_guard lock(dialogs.mutex);
-        if (isValid && dialogs.canShow) {
+        isOpen = isValid && dialogs.canShow;
+        if (isOpen) {
             dialogs.open.push_back(std::move(open));
         } else {
             request.route = GameRequestRoute::kNone;
             request.sentRecipients.clear();
         }
-        dialogs.requests.push_back(std::move(request));
+        if (IsHistoryKept()) {
+            dialogs.requests.push_back(std::move(request));
+        }
     }
     if (!isValid) {
         const id<FBSDKGameRequestDialogDelegate> delegate = [dialog delegate];
         const RetainPtr<id> keptDelegate((id)delegate);
         [delegate gameRequestDialog:dialog didFailWithError:error];
+    }
+    if (isOpen) {
+        TellOpening(Opening::kGameRequest);
     }
     return isValid;
 }
@@ -230,9 +233,9 @@ size_t OpenGameRequestCount() {
     return dialogs.open.size();
 }
 
-bool AnswerGameRequest(const GameRequestAnswer& answer, size_t index) {
+bool AnswerGameRequest(const GameRequestAnswer& answer, size_t index, Closing closing) {
     @autoreleasepool {
-        const std::optional<OpenGameRequest> open = TakeOpenGameRequest(index);
+        const std::optional<OpenGameRequest> open = TakeOpenGameRequest(index, closing);
         if (!open) {
             return false;
         }

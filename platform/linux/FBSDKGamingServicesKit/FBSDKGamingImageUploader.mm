@@ -3,6 +3,8 @@
 #include "CallText.h"
 #include "FBSDKCoreKit/SDKErrors.h"
 #include "FatalError.h"
+#include "HeldThings.h"
+#include "History.h"
 #include "PlatformCalls.h"
 #include "UIKit/UIImage+Control.h"
 
@@ -26,7 +28,8 @@ constexpr const char* kClassName = "FBSDKGamingImageUploader";
 using Completion = void (^)(BOOL success, NSDictionary<NSString*, id>* result, NSError* error);
 
 struct OpenImageUpload {
-    RetainPtr<Completion> completion; // May be nil.
+    RetainPtr<Completion> completion;   // May be nil.
+    RetainPtr<FBSDKAccessToken*> token; // The one that was current at the start.
     bool shouldLaunchMediaDialog;
 };
 
@@ -42,21 +45,15 @@ Uploads& TheUploads() {
     return uploads;
 }
 
-std::optional<OpenImageUpload> TakeUpload(size_t index) {
+std::optional<OpenImageUpload> TakeUpload(size_t index, Closing closing) {
     Uploads& uploads = TheUploads();
     const std::lock_guard lock(uploads.mutex);
-    if (index >= uploads.open.size()) {
-        return std::nullopt;
-    }
-    const auto position = uploads.open.begin() + static_cast<ptrdiff_t>(index);
-    std::optional<OpenImageUpload> taken(std::move(*position));
-    uploads.open.erase(position);
-    return taken;
+    return TakeHeld(uploads.open, index, closing);
 }
 
-// Why the configuration's image cannot be sent, or nil.
-NSError* Refusal(FBSDKGamingImageUploaderConfiguration* configuration) {
-    if ([FBSDKAccessToken currentAccessToken] == nil) {
+// Why the configuration's image cannot be sent with this token, or nil.
+NSError* Refusal(FBSDKGamingImageUploaderConfiguration* configuration, FBSDKAccessToken* token) {
+    if (token == nil) {
         return MakeSDKError(FBSDKErrorDomain, FBSDKErrorAccessTokenRequired,
                             @"A valid access token is required to upload Images");
     }
@@ -93,7 +90,11 @@ NSDictionary* ResultFor(NSString* photoID) {
                            ",\"shouldLaunchMediaDialog\":" + (shouldLaunchMediaDialog ? "YES" : "NO") + '}',
                        completion == nil ? "nil" : "block"}));
 
-    NSError* const refusal = Refusal(configuration);
+    FBSDKAccessToken* const token = [FBSDKAccessToken currentAccessToken];
+    NSError* const refusal = Refusal(configuration, token);
+    if (refusal == nil) {
+        RequireClientToken();
+    }
     ImageUpload upload;
     upload.image = RetainPtr([configuration image]);
     if (caption != nil) {
@@ -104,16 +105,20 @@ NSDictionary* ResultFor(NSString* photoID) {
     if (upload.started) {
         upload.sentCaption = PlainText(caption);
     }
-    OpenImageUpload open{AdoptNS<Completion>([completion copy]), upload.shouldLaunchMediaDialog};
+    OpenImageUpload open{AdoptNS<Completion>([completion copy]), RetainPtr(token), upload.shouldLaunchMediaDialog};
     {
         Uploads& uploads = TheUploads();
         const std::lock_guard lock(uploads.mutex);
         if (upload.started) {
             uploads.open.push_back(std::move(open));
         }
-        uploads.seen.push_back(std::move(upload));
+        if (IsHistoryKept()) {
+            uploads.seen.push_back(std::move(upload));
+        }
     }
-    if (refusal != nil && completion != nil) {
+    if (refusal == nil) {
+        TellOpening(Opening::kImageUpload);
+    } else if (completion != nil) {
         completion(NO, nil, refusal);
     }
 }
@@ -162,12 +167,16 @@ size_t OpenImageUploadCount() {
     return uploads.open.size();
 }
 
-bool AnswerImageUpload(const ImageUploadAnswer& answer, size_t index) {
+bool AnswerImageUpload(const ImageUploadAnswer& givenAnswer, size_t index, Closing closing) {
     @autoreleasepool {
-        const std::optional<OpenImageUpload> upload = TakeUpload(index);
+        const std::optional<OpenImageUpload> upload = TakeUpload(index, closing);
         if (!upload) {
             return false;
         }
+        const bool isRefusedByServer =
+            givenAnswer.mKind != ImageUploadAnswer::Kind::kExactly && [upload->token.get() isExpired];
+        const ImageUploadAnswer answer =
+            isRefusedByServer ? ImageUploadAnswer::Failed(MakeExpiredTokenError()) : givenAnswer;
         bool success = answer.mSuccess;
         NSDictionary* result = answer.mResult.get();
         NSError* error = answer.mError.get();

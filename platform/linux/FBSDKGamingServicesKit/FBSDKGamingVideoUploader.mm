@@ -4,6 +4,8 @@
 #include "FBSDKCoreKit/SDKErrors.h"
 #include "FacebookProfile.h"
 #include "FatalError.h"
+#include "HeldThings.h"
+#include "History.h"
 #include "PlatformCalls.h"
 
 #import <AuthenticationServices/AuthenticationServices.h>
@@ -30,6 +32,7 @@ using ProgressHandler = void (^)(int64_t bytesSent, int64_t totalBytesSent, int6
 struct OpenVideoUpload {
     RetainPtr<Completion> completion;           // May be nil.
     RetainPtr<ProgressHandler> progressHandler; // May be nil.
+    RetainPtr<FBSDKAccessToken*> token;         // The one that was current at the start.
     bool canFinish;                             // Depends on the profile that held at the start.
     bool hasBegun = false;                      // Progress has been told.
 };
@@ -46,16 +49,13 @@ Uploads& TheUploads() {
     return uploads;
 }
 
-std::optional<OpenVideoUpload> TakeUploadToFinish(size_t index) {
+std::optional<OpenVideoUpload> TakeUploadToFinish(size_t index, Closing closing) {
     Uploads& uploads = TheUploads();
     const std::lock_guard lock(uploads.mutex);
-    if (index >= uploads.open.size() || !uploads.open[index].canFinish) {
+    if (index < uploads.open.size() && !uploads.open[index].canFinish) {
         return std::nullopt;
     }
-    const auto position = uploads.open.begin() + static_cast<ptrdiff_t>(index);
-    std::optional<OpenVideoUpload> taken(std::move(*position));
-    uploads.open.erase(position);
-    return taken;
+    return TakeHeld(uploads.open, index, closing);
 }
 
 bool HasContents(NSURL* url) {
@@ -67,9 +67,9 @@ bool HasContents(NSURL* url) {
     return file.peek() != std::ifstream::traits_type::eof();
 }
 
-// Why the configuration's video cannot be sent, or nil.
-NSError* Refusal(FBSDKGamingVideoUploaderConfiguration* configuration) {
-    if ([FBSDKAccessToken currentAccessToken] == nil) {
+// Why the configuration's video cannot be sent with this token, or nil.
+NSError* Refusal(FBSDKGamingVideoUploaderConfiguration* configuration, FBSDKAccessToken* token) {
+    if (token == nil) {
         // Releases before 18.1.0 name images here.
         return MakeSDKError(FBSDKErrorDomain, FBSDKErrorAccessTokenRequired,
                             CurrentFacebookProfile() < FacebookProfile::k18_1
@@ -106,7 +106,11 @@ NSError* Refusal(FBSDKGamingVideoUploaderConfiguration* configuration) {
         JoinArguments({"{\"videoURL\":" + QuotedText(url) + ",\"caption\":" + QuotedText(caption) + '}',
                        completion == nil ? "nil" : "block", progressHandler == nil ? "nil" : "block"}));
 
-    NSError* const refusal = Refusal(configuration);
+    FBSDKAccessToken* const token = [FBSDKAccessToken currentAccessToken];
+    NSError* const refusal = Refusal(configuration, token);
+    if (refusal == nil) {
+        RequireClientToken();
+    }
     VideoUpload upload;
     upload.videoURL = PlainText(url);
     if (caption != nil) {
@@ -114,16 +118,20 @@ NSError* Refusal(FBSDKGamingVideoUploaderConfiguration* configuration) {
     }
     upload.started = refusal == nil;
     OpenVideoUpload open{AdoptNS<Completion>([completion copy]), AdoptNS<ProgressHandler>([progressHandler copy]),
-                         CurrentFacebookProfile() != FacebookProfile::k15_0};
+                         RetainPtr(token), CurrentFacebookProfile() != FacebookProfile::k15_0};
     {
         Uploads& uploads = TheUploads();
         const std::lock_guard lock(uploads.mutex);
         if (upload.started) {
             uploads.open.push_back(std::move(open));
         }
-        uploads.seen.push_back(std::move(upload));
+        if (IsHistoryKept()) {
+            uploads.seen.push_back(std::move(upload));
+        }
     }
-    if (refusal != nil && completion != nil) {
+    if (refusal == nil) {
+        TellOpening(Opening::kVideoUpload);
+    } else if (completion != nil) {
         completion(NO, nil, refusal);
     }
 }
@@ -133,7 +141,9 @@ NSError* Refusal(FBSDKGamingVideoUploaderConfiguration* configuration) {
 namespace Tarvik::Vorn::Host {
 
 VideoUploadAnswer VideoUploadAnswer::Uploaded(NSString* videoID) {
-    return Exactly(true, @{@"video_id" : videoID == nil ? @"" : videoID}, nil);
+    VideoUploadAnswer answer = Exactly(true, @{@"video_id" : videoID == nil ? @"" : videoID}, nil);
+    answer.mNeedsValidToken = true;
+    return answer;
 }
 
 VideoUploadAnswer VideoUploadAnswer::RefusedByServer() {
@@ -191,12 +201,15 @@ bool FireVideoProgress(int64_t bytes, int64_t sent, int64_t expected, size_t ind
     }
 }
 
-bool FinishVideoUpload(const VideoUploadAnswer& answer, size_t index) {
+bool FinishVideoUpload(const VideoUploadAnswer& givenAnswer, size_t index, Closing closing) {
     @autoreleasepool {
-        const std::optional<OpenVideoUpload> upload = TakeUploadToFinish(index);
+        const std::optional<OpenVideoUpload> upload = TakeUploadToFinish(index, closing);
         if (!upload) {
             return false;
         }
+        const bool isRefusedByServer = givenAnswer.mNeedsValidToken && [upload->token.get() isExpired];
+        const VideoUploadAnswer answer =
+            isRefusedByServer ? VideoUploadAnswer::Failed(MakeExpiredTokenError()) : givenAnswer;
         if (upload->completion) {
             upload->completion.get()(answer.mSuccess, answer.mResult.get(), answer.mError.get());
         }

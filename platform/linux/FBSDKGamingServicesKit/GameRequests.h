@@ -7,6 +7,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "Openings.h"
 #include "VornRetainPtr.h"
 
 #import <AuthenticationServices/AuthenticationServices.h>
@@ -78,7 +79,7 @@ public:
     static GameRequestAnswer Completed(NSDictionary* results);
 
 private:
-    friend VORN_HOST_EXPORT bool AnswerGameRequest(const GameRequestAnswer& answer, size_t index);
+    friend VORN_HOST_EXPORT bool AnswerGameRequest(const GameRequestAnswer& answer, size_t index, Closing closing);
 
     enum class Kind { kSent, kCancelButton, kClosed, kErrorOfThePage, kFailed, kCompleted };
 
@@ -91,7 +92,8 @@ private:
 
 // Ends an open dialog, the one that has been open longest for index 0: tells its delegate on this thread. Returns false,
 // and does nothing, when there is no such dialog. Any thread; an exception that the delegate throws passes through.
-VORN_HOST_EXPORT bool AnswerGameRequest(const GameRequestAnswer& answer, size_t index = 0);
+VORN_HOST_EXPORT bool AnswerGameRequest(const GameRequestAnswer& answer, size_t index = 0,
+                                        Closing closing = Closing::kCloses);
 
 // From now on no dialog finds a view controller to show from: it opens nowhere, waits for nothing and never tells its
 // delegate, as with the SDK. Undone by the reset.

@@ -2,12 +2,17 @@
 //
 // Each upload that could start is held, together with its blocks, until AnswerImageUpload or FinishVideoUpload ends it on
 // the thread of its caller. An upload without a current access token, of an image without pixels or of a video that is
-// no readable file with something in it never starts: its completion gets the error inside the call.
+// no readable file with something in it never starts: its completion gets the error inside the call. Without a client
+// token (FacebookClientToken in the Info.plist) the call raises InvalidOperationException, and nothing starts either.
+//
+// Whether the access token that was current at the start has expired is found out by the server: an upload that would
+// have succeeded fails then.
 //
 // A nil configuration ends the process.
 #pragma once
 
 #include "HostExport.h"
+#include "Openings.h"
 #include "VornRetainPtr.h"
 
 #import <Foundation/Foundation.h>
@@ -44,6 +49,7 @@ public:
     // The server took the image: YES and a dictionary with "id". Where the upload asked for the media dialog, the user
     // has come back from it as well. An answer of the server without an ID (nil) leaves that dialog without its page:
     // the upload ends and its completion is never called; without the dialog it completes with an empty dictionary.
+    // With an expired token this and MediaDialogNotOpened end as Failed does, with the server's error as the cause.
     static ImageUploadAnswer Uploaded(NSString* photoID);
 
     // The server took the image, but the media dialog could not be opened: NO, Core 13. An upload that did not ask for
@@ -57,7 +63,7 @@ public:
     static ImageUploadAnswer Exactly(bool success, NSDictionary* result, NSError* error);
 
 private:
-    friend VORN_HOST_EXPORT bool AnswerImageUpload(const ImageUploadAnswer& answer, size_t index);
+    friend VORN_HOST_EXPORT bool AnswerImageUpload(const ImageUploadAnswer& answer, size_t index, Closing closing);
 
     enum class Kind { kUploaded, kMediaDialogNotOpened, kExactly };
 
@@ -69,7 +75,8 @@ private:
 
 // Ends an image upload, the one that has waited longest for index 0: calls its completion on this thread. Returns false,
 // and does nothing, when there is no such upload. Any thread; an exception that the completion throws passes through.
-VORN_HOST_EXPORT bool AnswerImageUpload(const ImageUploadAnswer& answer, size_t index = 0);
+VORN_HOST_EXPORT bool AnswerImageUpload(const ImageUploadAnswer& answer, size_t index = 0,
+                                        Closing closing = Closing::kCloses);
 
 // Forgets all image uploads; their completions are released uncalled.
 VORN_HOST_EXPORT void ResetImageUploads();
@@ -100,7 +107,8 @@ VORN_HOST_EXPORT bool FireVideoProgress(int64_t bytes, int64_t sent, int64_t exp
 // How a video upload ends. A value; any thread.
 class VORN_HOST_EXPORT VideoUploadAnswer {
 public:
-    // YES and a dictionary with "video_id", which is empty for nil.
+    // YES and a dictionary with "video_id", which is empty for nil. With an expired token: NO and the server's error,
+    // Core 8.
     static VideoUploadAnswer Uploaded(NSString* videoID);
 
     // The server says that it did not succeed: NO, Core 3.
@@ -116,8 +124,9 @@ public:
     static VideoUploadAnswer Exactly(bool success, NSDictionary* result, NSError* error);
 
 private:
-    friend VORN_HOST_EXPORT bool FinishVideoUpload(const VideoUploadAnswer& answer, size_t index);
+    friend VORN_HOST_EXPORT bool FinishVideoUpload(const VideoUploadAnswer& answer, size_t index, Closing closing);
 
+    bool mNeedsValidToken = false;
     bool mSuccess = false;
     RetainPtr<NSDictionary*> mResult;
     RetainPtr<NSError*> mError;
@@ -126,7 +135,8 @@ private:
 // Ends a video upload, the one that has waited longest for index 0: calls its completion on this thread. Returns false,
 // and does nothing, when there is no such upload, and for one that began with FacebookProfile::k15_0: that one stays
 // open until the reset. Any thread; an exception that the completion throws passes through.
-VORN_HOST_EXPORT bool FinishVideoUpload(const VideoUploadAnswer& answer, size_t index = 0);
+VORN_HOST_EXPORT bool FinishVideoUpload(const VideoUploadAnswer& answer, size_t index = 0,
+                                        Closing closing = Closing::kCloses);
 
 // Forgets all video uploads; their blocks are released uncalled.
 VORN_HOST_EXPORT void ResetVideoUploads();

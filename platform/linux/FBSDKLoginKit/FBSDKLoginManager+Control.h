@@ -33,6 +33,10 @@ struct LoginRequest {
 // 1 while a login page is showing, otherwise 0. Any thread.
 + (NSUInteger)pendingLoginCount;
 
+// The URL scheme through which the showing page comes back, in small letters, autoreleased; nil when none is showing.
+// Any thread.
++ (nullable NSString*)pendingScheme;
+
 // The handler of the login whose page is showing, autoreleased; nil when there is none. With it a test can call a
 // handler twice, or after another login has replaced its own. Any thread.
 + (nullable FBSDKLoginManagerLoginResultBlock)pendingHandler;

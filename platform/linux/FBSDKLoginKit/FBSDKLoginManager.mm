@@ -4,7 +4,9 @@
 #include "FBSDKCoreKit/FBSDKAccessToken+Control.h"
 #include "FBSDKCoreKit/FBSDKAuthenticationToken+Control.h"
 #include "FBSDKCoreKit/SDKErrors.h"
+#include "History.h"
 #include "InfoDictionary.h"
+#include "Openings.h"
 #include "PlatformCalls.h"
 #include "StandInState.h"
 
@@ -30,6 +32,7 @@ struct PendingLogin {
     RetainPtr<FBSDKLoginManager*> manager;
     RetainPtr<FBSDKLoginManagerLoginResultBlock> handler; // May be nil.
     RetainPtr<NSSet*> askedPermissions;
+    RetainPtr<NSString*> scheme; // In small letters.
 };
 
 struct Logins {
@@ -73,17 +76,19 @@ LoginRequest RequestFor(NSArray<NSString*>* permissions) {
 }
 
 void Remember(LoginRequest request) {
+    if (!IsHistoryKept()) {
+        return;
+    }
     Logins& logins = TheLogins();
     const std::lock_guard lock(logins.mutex);
     logins.requests.push_back(std::move(request));
 }
 
 // The page takes the place of the one that is showing, if any, whose login is never answered then.
-void OpenPage(LoginRequest request, PendingLogin login) {
+void OpenPage(PendingLogin login) {
     std::optional<PendingLogin> replaced(std::move(login));
     Logins& logins = TheLogins();
     const std::lock_guard lock(logins.mutex);
-    logins.requests.push_back(std::move(request));
     std::swap(logins.pending, replaced);
     // What was replaced is released after the lock: that may run code of the caller's.
 }
@@ -94,14 +99,28 @@ void CallHandler(const PendingLogin& login, FBSDKLoginManagerLoginResult* result
     }
 }
 
-// The login whose page is showing, which shows no longer; with a manager, only a login of that one.
-std::optional<PendingLogin> TakePendingLogin(FBSDKLoginManager* manager = nil) {
+// The login whose page is showing, which shows no longer.
+std::optional<PendingLogin> TakePendingLogin() {
     Logins& logins = TheLogins();
     const std::lock_guard lock(logins.mutex);
-    if (logins.pending && manager != nil && logins.pending->manager.get() != manager) {
+    return std::exchange(logins.pending, std::nullopt);
+}
+
+// The same, but only a login of this manager.
+std::optional<PendingLogin> TakePendingLoginOf(FBSDKLoginManager* manager) {
+    Logins& logins = TheLogins();
+    const std::lock_guard lock(logins.mutex);
+    if (!logins.pending || logins.pending->manager.get() != manager) {
         return std::nullopt;
     }
     return std::exchange(logins.pending, std::nullopt);
+}
+
+// The login whose page is showing, which shows on.
+std::optional<PendingLogin> ShowingLogin() {
+    Logins& logins = TheLogins();
+    const std::lock_guard lock(logins.mutex);
+    return logins.pending;
 }
 
 FBSDKLoginManagerLoginResult* MakeResult(FBSDKAccessToken* token, FBSDKAuthenticationToken* authenticationToken,
@@ -167,7 +186,7 @@ FBSDKLoginManagerLoginResult* MakeResult(FBSDKAccessToken* token, FBSDKAuthentic
     }
 
     // A login of this very manager whose page is still showing counts as given up by the user.
-    if (const std::optional<PendingLogin> former = TakePendingLogin(self)) {
+    if (const std::optional<PendingLogin> former = TakePendingLoginOf(self)) {
         CallHandler(*former, MakeResult(nil, nil, [NSSet set], YES), nil);
     }
 
@@ -178,8 +197,10 @@ FBSDKLoginManagerLoginResult* MakeResult(FBSDKAccessToken* token, FBSDKAuthentic
     }
     request.scheme = PlainText(scheme);
     request.pageOpened = true;
-    OpenPage(std::move(request),
-             {RetainPtr(self), AdoptNS<FBSDKLoginManagerLoginResultBlock>([handler copy]), RetainPtr<NSSet*>(asked)});
+    Remember(std::move(request));
+    OpenPage({RetainPtr(self), AdoptNS<FBSDKLoginManagerLoginResultBlock>([handler copy]), RetainPtr<NSSet*>(asked),
+              RetainPtr([scheme lowercaseString])});
+    TellOpening(Opening::kLogin);
 }
 
 - (void)logOut {
@@ -202,6 +223,12 @@ FBSDKLoginManagerLoginResult* MakeResult(FBSDKAccessToken* token, FBSDKAuthentic
     return logins.pending ? 1 : 0;
 }
 
++ (NSString*)pendingScheme {
+    Logins& logins = TheLogins();
+    const std::lock_guard lock(logins.mutex);
+    return logins.pending ? [[logins.pending->scheme.get() retain] autorelease] : nil;
+}
+
 + (FBSDKLoginManagerLoginResultBlock)pendingHandler {
     Logins& logins = TheLogins();
     const std::lock_guard lock(logins.mutex);
@@ -222,9 +249,9 @@ FBSDKLoginManagerLoginResult* MakeResult(FBSDKAccessToken* token, FBSDKAuthentic
 
 namespace Tarvik::Vorn::Host {
 
-bool AnswerLogin(const LoginAnswer& answer) {
+bool AnswerLogin(const LoginAnswer& answer, Closing closing) {
     @autoreleasepool {
-        const std::optional<PendingLogin> login = TakePendingLogin();
+        const std::optional<PendingLogin> login = closing == Closing::kStaysOpen ? ShowingLogin() : TakePendingLogin();
         if (!login) {
             return false;
         }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "Openings.h"
 #include "VornRetainPtr.h"
 
 #import <AuthenticationServices/AuthenticationServices.h>
@@ -60,7 +61,7 @@ public:
     static LoginAnswer Impossible(FBSDKLoginManagerLoginResult* result, NSError* error);
 
 private:
-    friend VORN_HOST_EXPORT bool AnswerLogin(const LoginAnswer& answer);
+    friend VORN_HOST_EXPORT bool AnswerLogin(const LoginAnswer& answer, Closing closing);
 
     enum class Kind { kTokens, kArguments };
 
@@ -78,6 +79,6 @@ private:
 
 // Ends the login whose page is showing: sets the tokens, then calls the handler on this thread. Returns false, and does
 // nothing, when no page is showing. Any thread; an exception that the handler throws passes through.
-VORN_HOST_EXPORT bool AnswerLogin(const LoginAnswer& answer);
+VORN_HOST_EXPORT bool AnswerLogin(const LoginAnswer& answer, Closing closing = Closing::kCloses);
 
 } // namespace Tarvik::Vorn::Host

@@ -30,8 +30,8 @@ NSError* MessageFault(const SharingDialogState& dialog) {
 }
 
 - (instancetype)initWithContent:(id<FBSDKSharingContent>)content delegate:(id<FBSDKSharingDelegate>)delegate {
-    PlatformCalls::Record(kClassName,
-                          "initWithContent:delegate:", JoinArguments({ObjectText(content), ObjectText(delegate)}));
+    PlatformCalls::RecordInitializer(
+        self, kClassName, "initWithContent:delegate:", JoinArguments({ObjectText(content), ObjectText(delegate)}));
     self = [super init];
     if (self != nil) {
         SharingDialogState& state = StateOf<SharingDialogState>(self);

@@ -98,8 +98,9 @@ ShareWindow WindowFor(FBSDKShareDialogMode mode) {
 - (instancetype)initWithViewController:(UIViewController*)viewController
                                content:(id<FBSDKSharingContent>)content
                               delegate:(id<FBSDKSharingDelegate>)delegate {
-    PlatformCalls::Record(kClassName, "initWithViewController:content:delegate:",
-                          JoinArguments({ObjectText(viewController), ObjectText(content), ObjectText(delegate)}));
+    PlatformCalls::RecordInitializer(
+        self, kClassName, "initWithViewController:content:delegate:",
+        JoinArguments({ObjectText(viewController), ObjectText(content), ObjectText(delegate)}));
     self = [super init];
     if (self != nil) {
         ShareDialogState& state = StateOf<ShareDialogState>(self);

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "Openings.h"
 #include "VornRetainPtr.h"
 
 #import <AuthenticationServices/AuthenticationServices.h>
@@ -68,7 +69,7 @@ public:
     static ShareAnswer CompletedWith(NSDictionary* results);
 
 private:
-    friend VORN_HOST_EXPORT bool AnswerShare(const ShareAnswer& answer, size_t index);
+    friend VORN_HOST_EXPORT bool AnswerShare(const ShareAnswer& answer, size_t index, Closing closing);
 
     enum class Kind { kCompleted, kCompletedWith, kCancelled, kErrorOfTheApp, kNotOpened, kFailed };
 
@@ -79,9 +80,10 @@ private:
 };
 
 // Ends an open dialog, the one that has been open longest for index 0: tells its delegate on this thread. Returns
-// false, and does nothing, when there is no such dialog. Any thread; an exception that the delegate throws passes
-// through.
-VORN_HOST_EXPORT bool AnswerShare(const ShareAnswer& answer, size_t index = 0);
+// false, and does nothing, when there is no such dialog. A dialog that was not opened and goes on in another window is
+// open there afterwards, as the youngest, whatever `closing` says. Any thread; an exception that the delegate throws
+// passes through.
+VORN_HOST_EXPORT bool AnswerShare(const ShareAnswer& answer, size_t index = 0, Closing closing = Closing::kCloses);
 
 // Whether the server's configuration lets Messenger be used. Default true; false makes a message dialog's canShow NO.
 VORN_HOST_EXPORT void SetMessengerAllowed(bool allowed);

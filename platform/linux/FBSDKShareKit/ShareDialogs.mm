@@ -3,9 +3,10 @@
 #include "FBSDKCoreKit/SDKErrors.h"
 #include "FBSDKShareKit/SharingDialogs.h"
 #include "FacebookProfile.h"
+#include "HeldThings.h"
+#include "History.h"
 
 #include <atomic>
-#include <iterator>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -31,25 +32,16 @@ std::atomic<bool> sIsMessengerAllowed{true};
 std::atomic<bool> sIsTrackingAllowed{true};
 std::atomic<bool> sFindsViewController{true};
 
-std::optional<OpenDialog> TakeOpenDialog(size_t index) {
-    Dialogs& dialogs = TheDialogs();
-    const std::lock_guard lock(dialogs.mutex);
-    if (index >= dialogs.open.size()) {
-        return std::nullopt;
-    }
-    OpenDialog dialog = std::move(dialogs.open[index]);
-    dialogs.open.erase(std::next(dialogs.open.begin(), static_cast<ptrdiff_t>(index)));
-    return dialog;
-}
-
 // Keeps the dialog, unless it shows over a view controller and there is none: then its delegate will never be called.
-void Open(OpenDialog dialog) {
+// Returns whether it is open.
+bool Open(OpenDialog dialog) {
     if (dialog.window == ShareWindow::kBrowser && !sFindsViewController.load()) {
-        return;
+        return false;
     }
     Dialogs& dialogs = TheDialogs();
     const std::lock_guard lock(dialogs.mutex);
     dialogs.open.push_back(std::move(dialog));
+    return true;
 }
 
 // Where the dialog shows when it cannot show where it was meant to.
@@ -61,6 +53,15 @@ std::optional<ShareWindow> NextWindow(const OpenDialog& dialog) {
         return ShareWindow::kBrowser;
     }
     return std::nullopt;
+}
+
+// The open dialog at this place; a copy when it stays open there. `isNotOpened`: the system would not open its window,
+// so that it leaves the place in any case if it goes on in another one.
+std::optional<OpenDialog> TakeOpenDialog(size_t index, bool isNotOpened, Closing closing) {
+    Dialogs& dialogs = TheDialogs();
+    const std::lock_guard lock(dialogs.mutex);
+    const bool goesOn = isNotOpened && index < dialogs.open.size() && NextWindow(dialogs.open[index]);
+    return TakeHeld(dialogs.open, index, goesOn ? Closing::kCloses : closing);
 }
 
 void Complete(const OpenDialog& open, NSDictionary* results) {
@@ -113,17 +114,20 @@ SharingDialogState::~SharingDialogState() {
 
 BOOL Show(OpenDialog dialog, FBSDKShareDialogMode mode, NSError* error) {
     const bool opens = error == nil;
-    {
+    if (IsHistoryKept()) {
         Dialogs& dialogs = TheDialogs();
         const std::lock_guard lock(dialogs.mutex);
         dialogs.shown.push_back({dialog.surface, mode, RetainPtr<id>([dialog.dialog.get() shareContent]), opens});
     }
-    if (opens) {
-        Open(std::move(dialog));
-    } else {
+    if (!opens) {
         Fail(dialog, error);
+        return NO;
     }
-    return opens;
+    const bool isMessage = dialog.surface == ShareSurface::kMessageDialog;
+    if (Open(std::move(dialog))) {
+        TellOpening(isMessage ? Opening::kMessageDialog : Opening::kShareDialog);
+    }
+    return YES;
 }
 
 bool IsMessengerAllowed() {
@@ -193,9 +197,10 @@ ShareAnswer ShareAnswer::CompletedWith(NSDictionary* results) {
     return answer;
 }
 
-bool AnswerShare(const ShareAnswer& answer, size_t index) {
+bool AnswerShare(const ShareAnswer& answer, size_t index, Closing closing) {
     @autoreleasepool {
-        std::optional<OpenDialog> dialog = TakeOpenDialog(index);
+        const bool isNotOpened = answer.mKind == ShareAnswer::Kind::kNotOpened;
+        std::optional<OpenDialog> dialog = TakeOpenDialog(index, isNotOpened, closing);
         if (!dialog) {
             return false;
         }

@@ -21,7 +21,7 @@ struct SharingContentState {
     RetainPtr<NSString*> placeID;
     RetainPtr<NSString*> ref;
     RetainPtr<NSString*> pageID;
-    RetainPtr<NSString*> shareUUID{[[NSUUID UUID] UUIDString]};
+    RetainPtr<NSString*> shareUUID; // Made when it is asked for: GNUstep opens a file for each, and few are ever read.
 
     virtual ~SharingContentState() = default;
 };

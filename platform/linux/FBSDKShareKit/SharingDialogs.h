@@ -32,8 +32,8 @@ struct OpenDialog {
 };
 
 // The end of show: enters the call in ShownDialogs. Without an error the dialog is open from now on, or, when it needs
-// a view controller and none is found, is forgotten; otherwise the delegate gets the error on this thread. Returns what
-// show answers.
+// a view controller and none is found, is forgotten; otherwise the delegate gets the error on this thread. The
+// listener of Openings.h is told of an open dialog last. Returns what show answers.
 BOOL Show(OpenDialog dialog, FBSDKShareDialogMode mode, NSError* error);
 
 bool IsMessengerAllowed();

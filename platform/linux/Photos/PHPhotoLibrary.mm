@@ -1,6 +1,7 @@
 #include "Photos/PhotoLibrary.h"
 
 #include "CallText.h"
+#include "HeldThings.h"
 #include "Photos/PhotoObjects.h"
 #include "PlatformCalls.h"
 
@@ -22,7 +23,7 @@ using ChangesHandler = void (^)(BOOL, NSError*);
 using HeldPrompt = RetainPtr<AuthorizationHandler>;
 
 struct HeldChanges {
-    RetainPtr<dispatch_block_t> block;
+    RetainPtr<dispatch_block_t> block; // Empty once it has run.
     RetainPtr<ChangesHandler> handler;
 };
 
@@ -72,24 +73,14 @@ NSString* NextIdentifier() {
         [NSString stringWithFormat:@"00000000-0000-0000-0000-%012llX/L0/001", static_cast<unsigned long long>(number)];
 }
 
-template <class Held>
-std::optional<Held> TakeOldest(std::deque<Held>& queue) {
-    if (queue.empty()) {
-        return std::nullopt;
-    }
-    std::optional<Held> oldest = std::move(queue.front());
-    queue.pop_front();
-    return oldest;
-}
-
-bool AnswerOldestPrompt(std::optional<PHAuthorizationStatus> decision) {
+bool AnswerPrompt(std::optional<PHAuthorizationStatus> decision, size_t index, Closing closing) {
     @autoreleasepool {
         Library& library = TheLibrary();
         std::optional<HeldPrompt> prompt;
         PHAuthorizationStatus status = PHAuthorizationStatusNotDetermined;
         {
             const std::lock_guard lock(library.mutex);
-            prompt = TakeOldest(library.prompts);
+            prompt = TakeHeld(library.prompts, index, closing);
             if (prompt && decision) {
                 library.status = *decision;
             }
@@ -120,9 +111,12 @@ bool AnswerOldestPrompt(std::optional<PHAuthorizationStatus> decision) {
 + (void)requestAuthorization:(void (^)(PHAuthorizationStatus))handler {
     PlatformCalls::Record(kClassName, "requestAuthorization:", handler == nil ? "nil" : "block");
     HeldPrompt prompt = AdoptNS<AuthorizationHandler>([handler copy]);
-    Library& library = TheLibrary();
-    const std::lock_guard lock(library.mutex);
-    library.prompts.push_back(std::move(prompt));
+    {
+        Library& library = TheLibrary();
+        const std::lock_guard lock(library.mutex);
+        library.prompts.push_back(std::move(prompt));
+    }
+    TellOpening(Opening::kPhotoPrompt);
 }
 
 - (void)performChanges:(dispatch_block_t)changeBlock completionHandler:(void (^)(BOOL, NSError*))completionHandler {
@@ -131,9 +125,12 @@ bool AnswerOldestPrompt(std::optional<PHAuthorizationStatus> decision) {
         JoinArguments({changeBlock == nil ? "nil" : "block", completionHandler == nil ? "nil" : "block"}));
     HeldChanges changes{AdoptNS<dispatch_block_t>([changeBlock copy]),
                         AdoptNS<ChangesHandler>([completionHandler copy])};
-    Library& library = TheLibrary();
-    const std::lock_guard lock(library.mutex);
-    library.changes.push_back(std::move(changes));
+    {
+        Library& library = TheLibrary();
+        const std::lock_guard lock(library.mutex);
+        library.changes.push_back(std::move(changes));
+    }
+    TellOpening(Opening::kPhotoChanges);
 }
 
 @end
@@ -162,11 +159,11 @@ size_t PendingPhotoPromptCount() {
 }
 
 bool AnswerPhotoPrompt() {
-    return AnswerOldestPrompt(std::nullopt);
+    return AnswerPrompt(std::nullopt, 0, Closing::kCloses);
 }
 
-bool AnswerPhotoPrompt(PHAuthorizationStatus status) {
-    return AnswerOldestPrompt(status);
+bool AnswerPhotoPrompt(PHAuthorizationStatus status, size_t index, Closing closing) {
+    return AnswerPrompt(status, index, closing);
 }
 
 PhotoChangesOutcome PhotoChangesOutcome::Saved(NSString* localIdentifier) {
@@ -198,13 +195,16 @@ size_t PendingPhotoChangesCount() {
     return library.changes.size();
 }
 
-bool RunPhotoChanges(const PhotoChangesOutcome& outcome) {
+bool RunPhotoChanges(const PhotoChangesOutcome& outcome, size_t index, Closing closing) {
     @autoreleasepool {
         Library& library = TheLibrary();
         std::optional<HeldChanges> changes;
         {
             const std::lock_guard lock(library.mutex);
-            changes = TakeOldest(library.changes);
+            changes = TakeHeld(library.changes, index, closing);
+            if (changes && closing == Closing::kStaysOpen) {
+                library.changes[index].block = {}; // `changes` keeps it.
+            }
         }
         if (!changes) {
             return false;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "Openings.h"
 #include "VornRetainPtr.h"
 
 #import <Photos/Photos.h>
@@ -24,9 +25,10 @@ VORN_HOST_EXPORT size_t PendingPhotoPromptCount();
 // when none is held.
 VORN_HOST_EXPORT bool AnswerPhotoPrompt();
 
-// The user decides: the status becomes the current one, and the oldest held request is answered with it. False, and
-// nothing changes, when none is held.
-VORN_HOST_EXPORT bool AnswerPhotoPrompt(PHAuthorizationStatus status);
+// The user decides: the status becomes the current one, and a held request is answered with it, the oldest for index 0.
+// False, and nothing changes, when there is no such request.
+VORN_HOST_EXPORT bool AnswerPhotoPrompt(PHAuthorizationStatus status, size_t index = 0,
+                                        Closing closing = Closing::kCloses);
 
 // How a change ends. A value; any thread.
 class VORN_HOST_EXPORT PhotoChangesOutcome {
@@ -43,7 +45,7 @@ public:
     static PhotoChangesOutcome FailedWithoutError();
 
 private:
-    friend bool RunPhotoChanges(const PhotoChangesOutcome& outcome);
+    friend VORN_HOST_EXPORT bool RunPhotoChanges(const PhotoChangesOutcome& outcome, size_t index, Closing closing);
 
     BOOL mSuccess = NO;
     RetainPtr<NSError*> mError;
@@ -53,9 +55,11 @@ private:
 // How many calls of performChanges:completionHandler: are held.
 VORN_HOST_EXPORT size_t PendingPhotoChangesCount();
 
-// Runs the oldest held change block and then its handler, both here. False when none is held. An exception that leaves
-// the block leaves this function, and the handler is not called.
-VORN_HOST_EXPORT bool RunPhotoChanges(const PhotoChangesOutcome& outcome);
+// Runs a held change block, the oldest for index 0, and then its handler, both here. False when there is none at that
+// place. An exception that leaves the block leaves this function, and the handler is not called. Of changes that stay
+// open the block runs once all the same; each further call runs the handler alone.
+VORN_HOST_EXPORT bool RunPhotoChanges(const PhotoChangesOutcome& outcome, size_t index = 0,
+                                      Closing closing = Closing::kCloses);
 
 // Forgets what is held: the blocks are released uncalled. Back to the default status and the first identifier.
 VORN_HOST_EXPORT void ResetPhotoLibrary();

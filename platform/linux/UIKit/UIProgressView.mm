@@ -46,7 +46,7 @@ void WriteColor(RetainPtr<UIColor*>& color, UIColor* value) {
 }
 
 - (instancetype)initWithProgressViewStyle:(UIProgressViewStyle)style {
-    PlatformCalls::Record(kClassName, "initWithProgressViewStyle:", std::to_string(style));
+    PlatformCalls::RecordInitializer(self, kClassName, "initWithProgressViewStyle:", std::to_string(style));
     self = [self initWithFrame:kFirstFrame];
     if (self != nil) {
         StateOf<ProgressViewState>(self).style = style;

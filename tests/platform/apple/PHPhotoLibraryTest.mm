@@ -110,6 +110,32 @@ TEST_F(PhotoPermission, RequestsAreAnsweredOneByOneInTheirOrder) {
     EXPECT_EQ(Host::PendingPhotoPromptCount(), 1u);
 }
 
+TEST_F(PhotoPermission, ALaterRequestMayBeAnsweredFirst) {
+    Answers first;
+    Answers second;
+    first.Ask();
+    second.Ask();
+
+    EXPECT_TRUE(Host::AnswerPhotoPrompt(PHAuthorizationStatusDenied, 1));
+    EXPECT_FALSE(Host::AnswerPhotoPrompt(PHAuthorizationStatusLimited, 1));
+
+    EXPECT_THAT(first.statuses, IsEmpty());
+    EXPECT_THAT(second.statuses, ElementsAre(PHAuthorizationStatusDenied));
+    EXPECT_EQ([PHPhotoLibrary authorizationStatus], PHAuthorizationStatusDenied);
+}
+
+TEST_F(PhotoPermission, ARequestMayBeAnsweredTwiceAndTheStatusIsTheLastOne) {
+    Answers answers;
+    answers.Ask();
+
+    EXPECT_TRUE(Host::AnswerPhotoPrompt(PHAuthorizationStatusDenied, 0, Host::Closing::kStaysOpen));
+    EXPECT_TRUE(Host::AnswerPhotoPrompt(PHAuthorizationStatusAuthorized));
+
+    EXPECT_THAT(answers.statuses, ElementsAre(PHAuthorizationStatusDenied, PHAuthorizationStatusAuthorized));
+    EXPECT_EQ([PHPhotoLibrary authorizationStatus], PHAuthorizationStatusAuthorized);
+    EXPECT_EQ(Host::PendingPhotoPromptCount(), 0u);
+}
+
 TEST_F(PhotoPermission, TheHandlerRunsOnTheAnsweringThread) {
     Answers answers;
     answers.Ask();
@@ -233,6 +259,30 @@ using PhotoChanges = ApplePlatformTest;
 TEST_F(PhotoChanges, ThereIsOneLibrary) {
     EXPECT_NE([PHPhotoLibrary sharedPhotoLibrary], nil);
     EXPECT_EQ([PHPhotoLibrary sharedPhotoLibrary], [PHPhotoLibrary sharedPhotoLibrary]);
+}
+
+TEST_F(PhotoChanges, AnsweredTwiceRunTheirBlockOnce) {
+    ChangeLog log;
+    log.Perform();
+
+    EXPECT_TRUE(Host::RunPhotoChanges(PhotoChangesOutcome::Saved(), 0, Host::Closing::kStaysOpen));
+    EXPECT_TRUE(Host::RunPhotoChanges(PhotoChangesOutcome::Failed(AnError())));
+
+    EXPECT_THAT(log.events, ElementsAre("change", "YES nil", "NO 3302"));
+    EXPECT_EQ(Host::PendingPhotoChangesCount(), 0u);
+}
+
+TEST_F(PhotoChanges, MayRunOutOfTheirOrder) {
+    ChangeLog first;
+    ChangeLog second;
+    first.Perform();
+    second.Perform();
+
+    EXPECT_TRUE(Host::RunPhotoChanges(PhotoChangesOutcome::Saved(), 1));
+    EXPECT_FALSE(Host::RunPhotoChanges(PhotoChangesOutcome::Saved(), 1));
+
+    EXPECT_THAT(first.events, IsEmpty());
+    EXPECT_THAT(second.events, ElementsAre("change", "YES nil"));
 }
 
 TEST_F(PhotoChanges, AreHeld) {

@@ -172,6 +172,30 @@ TEST_F(CanOpenURL, RegisteredSchemesOfTheAppItselfAreNotListed) {
     EXPECT_FALSE(Host::IsQueriesSchemeListed(@"fb123"));
 }
 
+TEST_F(CanOpenURL, IsNoForEveryAppWhenAWholeInfoPlistHasNoList) {
+    Host::SetInfoDictionary(@{@"FacebookAppID" : @"1"});
+
+    EXPECT_FALSE(CanOpen(@"fbapi:/"));
+    EXPECT_FALSE(Host::IsQueriesSchemeListed(@"fbapi"));
+}
+
+TEST_F(CanOpenURL, TakesAListOfAnotherTypeForNone) {
+    for (const id odd in @[ @"fbapi", @1, @{@"fbapi" : @"fbapi"} ]) {
+        Host::ResetInfoDictionary();
+        Host::SetInfoValue(@"LSApplicationQueriesSchemes", odd);
+        EXPECT_TRUE(CanOpen(@"fbapi:/"));
+        Host::SetInfoDictionary(@{@"LSApplicationQueriesSchemes" : odd});
+        EXPECT_FALSE(CanOpen(@"fbapi:/"));
+    }
+}
+
+TEST_F(CanOpenURL, PassesOverWhatIsNoTextInTheList) {
+    Host::SetInfoDictionary(@{@"LSApplicationQueriesSchemes" : @[ @1, @[ @"fbauth2" ], [NSNull null], @"FBAPI" ]});
+
+    EXPECT_TRUE(CanOpen(@"fbapi:/"));
+    EXPECT_FALSE(CanOpen(@"fbauth2:/"));
+}
+
 #pragma mark - Record, reset, threads
 
 TEST_F(CanOpenURL, IsRecordedWithTheURL) {

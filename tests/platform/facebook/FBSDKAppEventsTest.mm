@@ -397,6 +397,71 @@ TEST_F(FacebookAppEvents, CountEveryActivationByTheApp) {
     EXPECT_EQ([FBSDKAppEvents activateAppCount], 3u);
 }
 
+TEST_F(FacebookAppEvents, AreToldToTheListenerWithTheirVerdict) {
+    std::vector<std::string> told;
+    Host::SetAppEventListener([&told](const AppEvent& event) {
+        told.push_back(Text(event.name.get()) + (event.accepted ? " accepted" : " dropped: " + event.rule));
+    });
+
+    [Events() logEvent:@"good"];
+    [Events() logEvent:@"good" parameters:@{@"key" : @[]}];
+    [FBSDKAppEvents setTrackingAllowed:NO];
+    [Events() logEvent:@"good"];
+
+    EXPECT_THAT(told, ElementsAre("good accepted", "good dropped: the value is neither a text nor a number",
+                                  "good dropped: tracking is disallowed"));
+}
+
+TEST_F(FacebookAppEvents, OfTheSDKItselfAreToldToTheListenerToo) {
+    std::vector<AppEventForm> told;
+    Host::SetAppEventListener([&told](const AppEvent& event) { told.push_back(event.form); });
+
+    Host::ActivateApp();
+
+    EXPECT_THAT(told, ElementsAre(AppEventForm::kActivatedApp));
+}
+
+TEST_F(FacebookAppEvents, AreToldOnTheLoggingThreadBeforeADropIsPosted) {
+    std::thread::id logging;
+    std::thread::id telling;
+    size_t posted = 0;
+    Host::SetAppEventListener([&](const AppEvent&) {
+        telling = std::this_thread::get_id();
+        posted = PostedErrors().size();
+    });
+
+    OnAnotherThread([&logging] {
+        logging = std::this_thread::get_id();
+        [Events() logEvent:@"b.a.d"];
+    });
+
+    EXPECT_EQ(telling, logging);
+    EXPECT_EQ(posted, 0u);
+    EXPECT_EQ(PostedErrors().size(), 1u);
+}
+
+TEST_F(FacebookAppEvents, MayBeLoggedByTheListenerWhichMayEndItself) {
+    Host::SetAppEventListener([](const AppEvent&) {
+        Host::SetAppEventListener({});
+        [Events() logEvent:@"second"];
+    });
+
+    [Events() logEvent:@"first"];
+
+    ASSERT_EQ([FBSDKAppEvents events].size(), 2u);
+    EXPECT_EQ(Text([FBSDKAppEvents events][1].name.get()), "second");
+}
+
+TEST_F(FacebookAppEvents, AreToldNobodyAfterTheReset) {
+    int told = 0;
+    Host::SetAppEventListener([&told](const AppEvent&) { ++told; });
+
+    Host::ResetPlatform();
+    [Events() logEvent:@"event"];
+
+    EXPECT_EQ(told, 0);
+}
+
 TEST_F(FacebookAppEvents, AreForgottenByTheReset) {
     [FBSDKAppEvents setTrackingAllowed:NO];
     [Events() activateApp];

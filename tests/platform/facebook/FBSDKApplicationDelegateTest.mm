@@ -99,6 +99,31 @@ TEST_F(FacebookApplicationDelegate, StartDoesNotRaiseForOtherSchemes) {
     EXPECT_EQ(RaisedBy([] { Launch(); }), "");
 }
 
+TEST_F(FacebookApplicationDelegate, StartRaisesForAReservedSchemeOfAWholeInfoPlistOnly) {
+    Host::SetInfoDictionary(@{@"CFBundleURLTypes" : @[ @{@"CFBundleURLSchemes" : @[ @1, @"fbapi" ]} ]});
+
+    EXPECT_EQ(RaisedBy([] { Launch(); }), "InvalidOperationException");
+}
+
+TEST_F(FacebookApplicationDelegate, StartDoesNotRaiseForSchemesThatAreNotWhereTheyBelong) {
+    for (NSDictionary* info in @[
+             @{}, @{@"CFBundleURLTypes" : @"fbapi"},
+             @{@"CFBundleURLTypes" : @[ @"fbapi" ]},
+             @{@"CFBundleURLTypes" : @[ @{@"CFBundleURLSchemes" : @"fbapi"} ]},
+             @{@"LSApplicationQueriesSchemes" : @[ @"fbapi" ]}
+         ]) {
+        Host::ResetPlatform();
+        Host::SetInfoDictionary(info);
+        EXPECT_EQ(RaisedBy([] { Launch(); }), "") << Text([info description]);
+    }
+}
+
+TEST_F(FacebookApplicationDelegate, StartDoesNotRaiseForAnEntryOfAnotherTypeBesideTheDefaults) {
+    Host::SetInfoValue(@"CFBundleURLTypes", @"fbapi");
+
+    EXPECT_EQ(RaisedBy([] { Launch(); }), "");
+}
+
 TEST_F(FacebookApplicationDelegate, SecondStartDoesNotLookAtTheSchemes) {
     Launch();
     RegisterURLTypes(@[ @"fbapi" ]);
@@ -184,6 +209,15 @@ TEST_F(FacebookApplicationDelegate, LeavesActivationsAloneWhenTheInfoPlistSaysNo
 
 TEST_F(FacebookApplicationDelegate, TellsOfActivationsWhenTheInfoPlistSaysYes) {
     Host::SetInfoValue(@"FacebookAutoLogAppEventsEnabled", @(YES));
+    Launch();
+
+    Host::BecomeActive();
+
+    EXPECT_EQ([FBSDKAppEvents events].size(), 1u);
+}
+
+TEST_F(FacebookApplicationDelegate, TellsOfActivationsWhenTheInfoPlistsAnswerIsNone) {
+    Host::SetInfoValue(@"FacebookAutoLogAppEventsEnabled", @[ @(NO) ]);
     Launch();
 
     Host::BecomeActive();

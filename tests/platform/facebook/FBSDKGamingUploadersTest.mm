@@ -94,20 +94,13 @@ protected:
     FacebookUpload() { LogIn(); }
 
     static void LogIn() { Host::ReplaceCurrentAccessToken(Host::MakeAccessToken(@"token", @"user", @[])); }
+    static void LogInWithExpiredToken() {
+        Host::ReplaceCurrentAccessToken(Host::MakeExpiredAccessToken(@"token", @"user", @[]));
+    }
     static void LogOut() { Host::ReplaceCurrentAccessToken(nil); }
 };
 
 #pragma mark - Images
-
-// One red pixel.
-UIImage* DecodedImage() {
-    static constexpr unsigned char kPNG[] = {
-        0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44, 0x52, 0x00, 0x00,
-        0x00, 0x01, 0x00, 0x00, 0x00, 0x01, 0x08, 0x02, 0x00, 0x00, 0x00, 0x90, 0x77, 0x53, 0xde, 0x00, 0x00, 0x00,
-        0x0c, 0x49, 0x44, 0x41, 0x54, 0x78, 0x9c, 0x63, 0xf8, 0xcf, 0xc0, 0x00, 0x00, 0x03, 0x01, 0x01, 0x00, 0xc9,
-        0xfe, 0x92, 0xef, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82};
-    return [UIImage imageWithData:[NSData dataWithBytes:kPNG length:sizeof kPNG]];
-}
 
 FBSDKGamingImageUploaderConfiguration* ImageConfiguration(UIImage* image, NSString* caption, BOOL mediaDialog) {
     return [[[FBSDKGamingImageUploaderConfiguration alloc] initWithImage:image
@@ -127,7 +120,7 @@ class FacebookImageUpload : public FacebookUpload {
 protected:
     static UploadOutcome EndedWith(const ImageUploadAnswer& answer, BOOL mediaDialog = NO) {
         UploadOutcome outcome;
-        UploadImage(DecodedImage(), nil, mediaDialog, outcome.Handler());
+        UploadImage(OnePixel(), nil, mediaDialog, outcome.Handler());
         EXPECT_TRUE(AnswerImageUpload(answer));
         EXPECT_EQ(OpenImageUploadCount(), 0u);
         return outcome;
@@ -135,7 +128,7 @@ protected:
 };
 
 TEST_F(FacebookImageUpload, ConfigurationHoldsWhatItIsMadeOf) {
-    UIImage* const image = DecodedImage();
+    UIImage* const image = OnePixel();
     NSMutableString* const caption = [NSMutableString stringWithString:@"before"];
 
     FBSDKGamingImageUploaderConfiguration* const configuration = ImageConfiguration(image, caption, YES);
@@ -151,14 +144,14 @@ TEST_F(FacebookImageUpload, ConfigurationHoldsWhatItIsMadeOf) {
 TEST_F(FacebookImageUpload, WaitsForItsAnswer) {
     UploadOutcome outcome;
 
-    UploadImage(DecodedImage(), @"caption", NO, outcome.Handler());
+    UploadImage(OnePixel(), @"caption", NO, outcome.Handler());
 
     EXPECT_EQ(OpenImageUploadCount(), 1u);
     EXPECT_EQ(outcome.calls, 0);
 }
 
 TEST_F(FacebookImageUpload, IsSeenWithItsImageAndCaption) {
-    UIImage* const image = DecodedImage();
+    UIImage* const image = OnePixel();
 
     UploadImage(image, @"caption", YES, nil);
     UploadImage(image, nil, NO, nil);
@@ -178,7 +171,7 @@ TEST_F(FacebookImageUpload, WithoutAnAccessTokenEndsWithCore10BeforeTheCallRetur
     LogOut();
     UploadOutcome outcome;
 
-    UploadImage(DecodedImage(), @"caption", NO, outcome.Handler());
+    UploadImage(OnePixel(), @"caption", NO, outcome.Handler());
 
     EXPECT_EQ(Summary(outcome), "1 NO nil com.facebook.sdk.core 10");
     EXPECT_THAT(DeveloperMessage(outcome), StrNe("(nil)"));
@@ -286,10 +279,76 @@ TEST_F(FacebookImageUpload, CanEndWithAnyArguments) {
     EXPECT_EQ(Summary(EndedWith(ImageUploadAnswer::Exactly(false, @{@"x" : @"y"}, nil), YES)), "1 NO {x=y} nil");
 }
 
+TEST_F(FacebookImageUpload, WithAnExpiredTokenStartsAndEndsWithTheServersErrorUnderCore8) {
+    LogInWithExpiredToken();
+    UploadOutcome outcome;
+
+    UploadImage(OnePixel(), nil, NO, outcome.Handler());
+    EXPECT_EQ(outcome.calls, 0);
+    EXPECT_TRUE(AnswerImageUpload(ImageUploadAnswer::Uploaded(@"photo")));
+
+    EXPECT_EQ(Summary(outcome), "1 NO nil com.facebook.sdk.core 8");
+    NSError* const cause = [[outcome.error.get() userInfo] objectForKey:NSUnderlyingErrorKey];
+    EXPECT_EQ([cause code], FBSDKErrorGraphRequestGraphAPI);
+    EXPECT_THAT(Text([[cause userInfo] objectForKey:FBSDKErrorDeveloperMessageKey]), ::testing::HasSubstr("expired"));
+}
+
+TEST_F(FacebookImageUpload, WithAnExpiredTokenDoesNotComeToTheMediaDialog) {
+    LogInWithExpiredToken();
+
+    EXPECT_EQ(Summary(EndedWith(ImageUploadAnswer::Uploaded(nil), YES)), "1 NO nil com.facebook.sdk.core 8");
+    EXPECT_EQ(Summary(EndedWith(ImageUploadAnswer::MediaDialogNotOpened(@"photo"), YES)),
+              "1 NO nil com.facebook.sdk.core 8");
+}
+
+TEST_F(FacebookImageUpload, WithAnExpiredTokenStillEndsWithExactArguments) {
+    LogInWithExpiredToken();
+
+    EXPECT_EQ(Summary(EndedWith(ImageUploadAnswer::Exactly(true, nil, nil))), "1 YES nil nil");
+}
+
+TEST_F(FacebookImageUpload, TheTokenOfItsStartCounts) {
+    LogInWithExpiredToken();
+    UploadOutcome outcome;
+    UploadImage(OnePixel(), nil, NO, outcome.Handler());
+
+    LogIn();
+    AnswerImageUpload(ImageUploadAnswer::Uploaded(@"photo"));
+
+    EXPECT_EQ(Summary(outcome), "1 NO nil com.facebook.sdk.core 8");
+}
+
+TEST_F(FacebookImageUpload, WithoutAClientTokenRaisesAndNothingStarts) {
+    Host::SetInfoValue(@"FacebookClientToken", nil);
+    UploadOutcome outcome;
+
+    EXPECT_EQ(RaisedBy([&] { UploadImage(OnePixel(), nil, NO, outcome.Handler()); }), "InvalidOperationException");
+
+    EXPECT_EQ(outcome.calls, 0);
+    EXPECT_EQ(OpenImageUploadCount(), 0u);
+}
+
+TEST_F(FacebookImageUpload, TheClientTokenIsMissedOnlyByWhatIsSent) {
+    Host::SetInfoValue(@"FacebookClientToken", nil);
+    LogOut();
+    UploadOutcome outcome;
+
+    UploadImage(OnePixel(), nil, NO, outcome.Handler());
+
+    EXPECT_EQ(Summary(outcome), "1 NO nil com.facebook.sdk.core 10");
+}
+
+TEST_F(FacebookImageUpload, AClientTokenThatTheAppSetsWillDo) {
+    Host::SetInfoDictionary(@{@"FacebookClientToken" : @1});
+    [[FBSDKSettings sharedSettings] setClientToken:@"token"];
+
+    EXPECT_EQ(RaisedBy([] { UploadImage(OnePixel(), nil, NO, nil); }), "");
+}
+
 TEST_F(FacebookImageUpload, WithoutAnOpenOneThereIsNothingToAnswer) {
     EXPECT_FALSE(AnswerImageUpload(ImageUploadAnswer::Uploaded(@"12")));
     UploadOutcome outcome;
-    UploadImage(DecodedImage(), nil, NO, outcome.Handler());
+    UploadImage(OnePixel(), nil, NO, outcome.Handler());
     EXPECT_FALSE(AnswerImageUpload(ImageUploadAnswer::Uploaded(@"12"), 1));
     EXPECT_EQ(outcome.calls, 0);
     EXPECT_TRUE(AnswerImageUpload(ImageUploadAnswer::Uploaded(@"12")));
@@ -301,9 +360,9 @@ TEST_F(FacebookImageUpload, UploadsAreCountedFromTheOneThatHasWaitedLongest) {
     UploadOutcome first;
     UploadOutcome second;
     UploadOutcome third;
-    UploadImage(DecodedImage(), nil, YES, first.Handler());
-    UploadImage(DecodedImage(), nil, NO, second.Handler());
-    UploadImage(DecodedImage(), nil, YES, third.Handler());
+    UploadImage(OnePixel(), nil, YES, first.Handler());
+    UploadImage(OnePixel(), nil, NO, second.Handler());
+    UploadImage(OnePixel(), nil, YES, third.Handler());
 
     AnswerImageUpload(ImageUploadAnswer::MediaDialogNotOpened(@"2"), 1);
     AnswerImageUpload(ImageUploadAnswer::Uploaded(@"3"), 1);
@@ -316,7 +375,7 @@ TEST_F(FacebookImageUpload, UploadsAreCountedFromTheOneThatHasWaitedLongest) {
 
 TEST_F(FacebookImageUpload, IsAnsweredOnTheThreadOfTheAnswer) {
     UploadOutcome outcome;
-    UploadImage(DecodedImage(), nil, NO, outcome.Handler());
+    UploadImage(OnePixel(), nil, NO, outcome.Handler());
     std::thread::id answering;
 
     OnAnotherThread([&] {
@@ -328,7 +387,7 @@ TEST_F(FacebookImageUpload, IsAnsweredOnTheThreadOfTheAnswer) {
 }
 
 TEST_F(FacebookImageUpload, WithoutACompletionStillEnds) {
-    UploadImage(DecodedImage(), nil, NO, nil);
+    UploadImage(OnePixel(), nil, NO, nil);
 
     EXPECT_TRUE(AnswerImageUpload(ImageUploadAnswer::Uploaded(@"12")));
 }
@@ -337,7 +396,7 @@ TEST_F(FacebookImageUpload, KeepsACopyOfTheCompletionUntilTheAnswer) {
     int alive = 0;
     @autoreleasepool {
         VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
-        UploadImage(DecodedImage(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
+        UploadImage(OnePixel(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
             (void)probe;
         });
     }
@@ -353,7 +412,7 @@ TEST_F(FacebookImageUpload, ResetReleasesTheCompletionUncalledAndForgetsWhatWasS
     __block int calls = 0;
     @autoreleasepool {
         VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
-        UploadImage(DecodedImage(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
+        UploadImage(OnePixel(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
             (void)probe;
             ++calls;
         });
@@ -371,7 +430,7 @@ TEST_F(FacebookImageUpload, AnExceptionOfTheCompletionPassesThroughAndEndsTheUpl
     int alive = 0;
     @autoreleasepool {
         VornLifeProbe* const probe = [VornLifeProbe probeOf:&alive];
-        UploadImage(DecodedImage(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
+        UploadImage(OnePixel(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
             (void)probe;
             throw std::runtime_error("from the completion");
         });
@@ -384,8 +443,8 @@ TEST_F(FacebookImageUpload, AnExceptionOfTheCompletionPassesThroughAndEndsTheUpl
 }
 
 TEST_F(FacebookImageUpload, ACompletionMayStartTheNextUpload) {
-    UploadImage(DecodedImage(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
-        UploadImage(DecodedImage(), nil, NO, nil);
+    UploadImage(OnePixel(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
+        UploadImage(OnePixel(), nil, NO, nil);
     });
 
     AnswerImageUpload(ImageUploadAnswer::Uploaded(@"12"));
@@ -397,7 +456,7 @@ TEST_F(FacebookImageUpload, EveryCallIsRecorded) {
     LogOut();
     UploadOutcome outcome;
 
-    UploadImage(DecodedImage(), @"caption", YES, outcome.Handler());
+    UploadImage(OnePixel(), @"caption", YES, outcome.Handler());
     OnAnotherThread([] { UploadImage(nil, nil, NO, nil); });
 
     const std::string selector = "uploadImageWithConfiguration:andResultCompletion:";
@@ -548,6 +607,43 @@ TEST_F(FacebookVideoUpload, MissingAccessTokenIsToldOfVideosFromTheNewestRelease
 
     EXPECT_THAT(DeveloperMessage(old), ::testing::HasSubstr("Images"));
     EXPECT_THAT(DeveloperMessage(recent), ::testing::HasSubstr("Videos"));
+}
+
+TEST_F(FacebookVideoUpload, WithAnExpiredTokenStartsAndEndsWithTheServersError) {
+    LogInWithExpiredToken();
+
+    const UploadOutcome outcome = EndedWith(VideoUploadAnswer::Uploaded(@"video"));
+
+    EXPECT_EQ(Summary(outcome), "1 NO nil com.facebook.sdk.core 8");
+    EXPECT_THAT(DeveloperMessage(outcome), ::testing::HasSubstr("expired"));
+    EXPECT_EQ([[outcome.error.get() userInfo] objectForKey:NSUnderlyingErrorKey], nil);
+}
+
+TEST_F(FacebookVideoUpload, WithAnExpiredTokenStillFailsAsItIsToldToAndEndsWithExactArguments) {
+    LogInWithExpiredToken();
+
+    EXPECT_EQ(Summary(EndedWith(VideoUploadAnswer::RefusedByServer())), "1 NO nil com.facebook.sdk.core 3");
+    EXPECT_EQ(Summary(EndedWith(VideoUploadAnswer::Exactly(true, nil, nil))), "1 YES nil nil");
+}
+
+TEST_F(FacebookVideoUpload, TheTokenOfItsStartCounts) {
+    UploadOutcome outcome;
+    UploadVideo(FileWith("video"), outcome.Handler());
+
+    LogInWithExpiredToken();
+    FinishVideoUpload(VideoUploadAnswer::Uploaded(@"video"));
+
+    EXPECT_EQ(Summary(outcome), "1 YES {video_id=video} nil");
+}
+
+TEST_F(FacebookVideoUpload, WithoutAClientTokenRaisesAndNothingStarts) {
+    Host::SetInfoValue(@"FacebookClientToken", nil);
+    UploadOutcome outcome;
+
+    EXPECT_EQ(RaisedBy([&] { UploadVideo(FileWith("video"), outcome.Handler()); }), "InvalidOperationException");
+
+    EXPECT_EQ(outcome.calls, 0);
+    EXPECT_EQ(OpenVideoUploadCount(), 0u);
 }
 
 TEST_F(FacebookVideoUpload, OneByteIsEnough) {
@@ -898,7 +994,7 @@ TEST_F(FacebookVideoUpload, ManyThreadsMayUploadFireAndFinish) {
                         });
                     EXPECT_TRUE(FireVideoProgress(0, 0, 5));
                     EXPECT_TRUE(FinishVideoUpload(VideoUploadAnswer::Uploaded(@"12")));
-                    UploadImage(DecodedImage(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
+                    UploadImage(OnePixel(), nil, NO, ^(BOOL, NSDictionary*, NSError*) {
                         ++*counter;
                     });
                     EXPECT_TRUE(AnswerImageUpload(ImageUploadAnswer::Uploaded(@"12")));

@@ -51,6 +51,14 @@ TEST_F(FacebookSettings, InfoPlistEntryThatIsNoTextCountsAsAbsent) {
     EXPECT_EQ([Settings() appID], nil);
 }
 
+TEST_F(FacebookSettings, AreThoseOfAWholeInfoPlistWithoutTheDefaults) {
+    Host::SetInfoDictionary(@{@"FacebookAppID" : @"1234", @"FacebookDisplayName" : @[ @"Name" ]});
+
+    EXPECT_EQ(Text([Settings() appID]), "1234");
+    EXPECT_EQ([Settings() displayName], nil);
+    EXPECT_EQ([Settings() clientToken], nil);
+}
+
 TEST_F(FacebookSettings, KeepACopyOfTheText) {
     NSMutableString* const appID = [NSMutableString stringWithString:@"12"];
     [Settings() setAppID:appID];

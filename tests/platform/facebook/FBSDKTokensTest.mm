@@ -70,6 +70,16 @@ TEST_F(FacebookAccessToken, HasExpiredAfterItsDate) {
     EXPECT_FALSE([TokenExpiringAt([NSDate distantFuture]).get() isExpired]);
 }
 
+TEST_F(FacebookAccessToken, CanBeMadeExpiredAndIsAsGoodAsTheOtherOtherwise) {
+    FBSDKAccessToken* const token = Host::MakeExpiredAccessToken(@"token", @"user", @[ @"email" ]);
+
+    EXPECT_TRUE([token isExpired]);
+    EXPECT_FALSE([Host::MakeAccessToken(@"token", @"user", @[]) isExpired]);
+    EXPECT_EQ(Text([token tokenString]), "token");
+    EXPECT_EQ(Text([token userID]), "user");
+    EXPECT_THAT(Texts([token permissions]), ElementsAre("email"));
+}
+
 TEST_F(FacebookAccessToken, IsItsOwnCopy) {
     const RetainPtr<FBSDKAccessToken*> token = FullToken();
 

@@ -12,6 +12,8 @@
 #include "PlatformTest.h"
 #include "VornRetainPtr.h"
 
+#import <UIKit/UIKit.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -31,6 +33,9 @@ inline std::set<std::string> Texts(NSSet<NSString*>* texts) {
     }
     return result;
 }
+
+// An image with pixels: one, which is red. Autoreleased.
+UIImage* OnePixel();
 
 // What a login's handler was called with. Lives longer than the handler.
 struct LoginOutcome {

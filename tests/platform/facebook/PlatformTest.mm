@@ -147,6 +147,73 @@ TEST_F(PlatformInfo, FindsASchemeInAnyURLType) {
     EXPECT_TRUE(Host::IsURLSchemeRegistered(@"fb123"));
 }
 
+TEST_F(PlatformInfo, GivenWholeIsExactlyThat) {
+    NSMutableDictionary* const entries = [NSMutableDictionary dictionaryWithObject:@"value" forKey:@"Key"];
+    Host::SetInfoValue(@"Former", @"value");
+
+    Host::SetInfoDictionary(entries);
+    [entries setObject:@"later" forKey:@"Key"];
+
+    EXPECT_EQ(Text(Host::InfoValue(@"Key")), "value");
+    EXPECT_EQ(Host::InfoValue(@"Former"), nil);
+    EXPECT_EQ(Host::InfoValue(@"FacebookAppID"), nil);
+}
+
+TEST_F(PlatformInfo, GivenWholeWithoutURLTypesRegistersNoScheme) {
+    Host::SetInfoDictionary(nil);
+
+    EXPECT_FALSE(Host::IsURLSchemeRegistered(@"fb123"));
+}
+
+TEST_F(PlatformInfo, GivenWholeCanStillBeAddedTo) {
+    Host::SetInfoDictionary(@{@"Key" : @"value"});
+
+    Host::RegisterURLSchemes(@[ @"fb123" ]);
+
+    EXPECT_EQ(Text(Host::InfoValue(@"Key")), "value");
+    EXPECT_TRUE(Host::IsURLSchemeRegistered(@"fb123"));
+    EXPECT_FALSE(Host::IsURLSchemeRegistered(@"fb12"));
+}
+
+TEST_F(PlatformInfo, URLTypesOfAnotherTypeCountAsNotThere) {
+    for (const id odd in @[ @"fb123", @1, @{@"CFBundleURLSchemes" : @[ @"fb123" ]}, [NSNull null] ]) {
+        Host::ResetInfoDictionary();
+        Host::SetInfoValue(@"CFBundleURLTypes", odd);
+        EXPECT_TRUE(Host::IsURLSchemeRegistered(@"fb123"));
+        EXPECT_FALSE(Host::IsURLSchemeClaimed(@"fb123"));
+        Host::SetInfoDictionary(@{@"CFBundleURLTypes" : odd});
+        EXPECT_FALSE(Host::IsURLSchemeRegistered(@"fb123"));
+    }
+}
+
+TEST_F(PlatformInfo, OddPartsOfURLTypesArePassedOver) {
+    Host::SetInfoDictionary(@{
+        @"CFBundleURLTypes" : @[
+            @"fb123", @7, @[ @"fb123" ], @{@"CFBundleURLSchemes" : @"fb123"},
+            @{@"CFBundleURLSchemes" : @{}},
+            @{@"CFBundleURLSchemes" : @[ @1, @{}, [NSNull null], @"fb456" ]}
+        ]
+    });
+
+    EXPECT_FALSE(Host::IsURLSchemeRegistered(@"fb123"));
+    EXPECT_TRUE(Host::IsURLSchemeRegistered(@"fb456"));
+    EXPECT_TRUE(Host::IsURLSchemeClaimed(@"fb456"));
+}
+
+TEST_F(PlatformInfo, NoSchemeIsClaimedByDefault) {
+    EXPECT_FALSE(Host::IsURLSchemeClaimed(@"fb123"));
+}
+
+TEST_F(PlatformInfo, ResetMakesTheInfoPlistTheDefaultOneAgain) {
+    Host::SetInfoDictionary(@{});
+
+    Host::ResetPlatform();
+
+    EXPECT_TRUE(Host::IsURLSchemeRegistered(@"fb123"));
+    EXPECT_TRUE(Host::IsQueriesSchemeListed(@"fb123"));
+    EXPECT_NE(Host::InfoValue(@"FacebookAppID"), nil);
+}
+
 TEST_F(PlatformInfo, ResetBringsBackTheDefaults) {
     NSString* const appID = Host::InfoValue(@"FacebookAppID");
     Host::SetInfoValue(@"FacebookAppID", @"other");

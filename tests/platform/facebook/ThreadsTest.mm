@@ -2,6 +2,13 @@
 #include "FacebookPlatformTest.h"
 
 #include "FBSDKCoreKit/FBSDKAppEvents+Control.h"
+#include "FBSDKGamingServicesKit/FBSDKFriendFinderDialog+Control.h"
+#include "Openings.h"
+#include "PlatformFaults.h"
+
+#import <FBSDKShareKit/FBSDKShareKit.h>
+#import <FBSDKShareKit/FBSDKShareKit-Swift.h>
+#import <FBSDKGamingServicesKit/FBSDKGamingServicesKit-Swift.h>
 
 #include <atomic>
 #include <latch>
@@ -134,6 +141,65 @@ TEST_F(FacebookThreads, ListenerHearsEveryCallInTheOrderOfTheRecord) {
 
     EXPECT_EQ(heard.size(), static_cast<size_t>(kThreads * kRounds));
     EXPECT_EQ(heard, Host::PlatformCalls::All());
+}
+
+TEST_F(FacebookThreads, EveryOpeningIsToldAndAnsweredByTheListener) {
+    std::atomic<int> told = 0;
+    std::atomic<int> answered = 0;
+    std::atomic<int>* const answers = &answered;
+    Host::SetOpeningListener([&told](Host::Opening) {
+        ++told;
+        Host::AnswerFriendFinder(Host::FriendFinderAnswer::Returned());
+    });
+
+    OnThreads([&](int) {
+        for (int round = 0; round < kRounds; ++round) {
+            [FBSDKFriendFinderDialog launchFriendFinderDialogWithCompletionHandler:^(BOOL, NSError*) {
+                ++*answers;
+            }];
+        }
+    });
+
+    EXPECT_EQ(told, kThreads * kRounds);
+    EXPECT_EQ(answered, kThreads * kRounds);
+    EXPECT_EQ(Host::OpenFriendFinderCount(), 0u);
+}
+
+TEST_F(FacebookThreads, ListenersComeAndGoWhileTheyAreTold) {
+    std::atomic<int> told = 0;
+
+    OnThreads([&](int number) {
+        for (int round = 0; round < kRounds; ++round) {
+            @autoreleasepool {
+                if (number % 2 == 0) {
+                    Host::SetOpeningListener([&told](Host::Opening) { ++told; });
+                    Host::SetAppEventListener([&told](const Host::AppEvent&) { ++told; });
+                } else {
+                    [FBSDKFriendFinderDialog launchFriendFinderDialogWithCompletionHandler:^(BOOL, NSError*){
+                    }];
+                    [[FBSDKAppEvents shared] logEvent:@"event"];
+                }
+            }
+        }
+    });
+
+    EXPECT_LE(told, kThreads / 2 * kRounds * 2);
+}
+
+TEST_F(FacebookThreads, EveryArrangedExceptionIsRaisedOnce) {
+    std::atomic<int> raised = 0;
+
+    OnThreads([&](int) {
+        for (int round = 0; round < kRounds; ++round) {
+            @autoreleasepool {
+                Host::RaiseAtNextCall("Class", "call", "Name", "");
+                raised += RaisedBy([] { Host::PlatformCalls::Record("Class", "call"); }) == "Name" ? 1 : 0;
+            }
+        }
+    });
+
+    EXPECT_EQ(raised, kThreads * kRounds);
+    EXPECT_FALSE(Host::IsRaisePending("Class", "call"));
 }
 
 } // namespace

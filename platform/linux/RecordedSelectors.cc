@@ -1,0 +1,58 @@
+#include "PlatformFaults.h"
+
+namespace Tarvik::Vorn::Host {
+
+std::vector<std::pair<std::string, std::string>> RecordedSelectors() {
+    return {
+        {"FBSDKAccessToken", "setCurrentAccessToken:"},
+        {"FBSDKAppEvents", "activateApp"},
+        {"FBSDKAppEvents", "logEvent:"},
+        {"FBSDKAppEvents", "logEvent:parameters:"},
+        {"FBSDKApplicationDelegate", "application:didFinishLaunchingWithOptions:"},
+        {"FBSDKApplicationDelegate", "application:openURL:options:"},
+        {"FBSDKApplicationDelegate", "application:openURL:sourceApplication:annotation:"},
+        {"FBSDKAuthenticationToken", "setCurrentAuthenticationToken:"},
+        {"FBSDKFriendFinderDialog", "launchFriendFinderDialogWithCompletionHandler:"},
+        {"FBSDKGameRequestDialog", "show"},
+        {"FBSDKGameRequestDialog", "showWithContent:delegate:"},
+        {"FBSDKGamingImageUploader", "uploadImageWithConfiguration:andResultCompletion:"},
+        {"FBSDKGamingVideoUploader", "uploadVideoWithConfiguration:completion:andProgressHandler:"},
+        {"FBSDKLoginManager", "logInWithPermissions:fromViewController:handler:"},
+        {"FBSDKLoginManager", "logOut"},
+        {"FBSDKMessageDialog", "initWithContent:delegate:"},
+        {"FBSDKMessageDialog", "setDelegate:"},
+        {"FBSDKMessageDialog", "setShareContent:"},
+        {"FBSDKMessageDialog", "setShouldFailOnDataError:"},
+        {"FBSDKMessageDialog", "show"},
+        {"FBSDKMessageDialog", "validateWithError:"},
+        {"FBSDKSettings", "setAppID:"},
+        {"FBSDKSettings", "setAppURLSchemeSuffix:"},
+        {"FBSDKSettings", "setClientToken:"},
+        {"FBSDKSettings", "setDisplayName:"},
+        {"FBSDKSettings", "setFacebookDomainPart:"},
+        {"FBSDKShareDialog", "initWithViewController:content:delegate:"},
+        {"FBSDKShareDialog", "setDelegate:"},
+        {"FBSDKShareDialog", "setFromViewController:"},
+        {"FBSDKShareDialog", "setMode:"},
+        {"FBSDKShareDialog", "setShareContent:"},
+        {"FBSDKShareDialog", "setShouldFailOnDataError:"},
+        {"FBSDKShareDialog", "show"},
+        {"FBSDKShareDialog", "validateWithError:"},
+        {"PHAssetChangeRequest", "creationRequestForAssetFromVideoAtFileURL:"},
+        {"PHPhotoLibrary", "performChanges:completionHandler:"},
+        {"PHPhotoLibrary", "requestAuthorization:"},
+        {"UIApplication", "canOpenURL:"},
+        {"UIProgressView", "initWithProgressViewStyle:"},
+        {"UIProgressView", "removeFromSuperview"},
+        {"UIProgressView", "setFrame:"},
+        {"UIProgressView", "setHidden:"},
+        {"UIProgressView", "setProgress:"},
+        {"UIProgressView", "setProgressTintColor:"},
+        {"UIProgressView", "setProgressViewStyle:"},
+        {"UIProgressView", "setTrackTintColor:"},
+        {"UIView", "addSubview:"},
+        {"UIView", "bringSubviewToFront:"},
+    };
+}
+
+} // namespace Tarvik::Vorn::Host
