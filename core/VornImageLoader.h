@@ -3,6 +3,8 @@
 
 #include "VornExport.h"
 
+#include <functional>
+
 #import <Foundation/Foundation.h>
 
 namespace Tarvik::Vorn {
@@ -21,5 +23,11 @@ VORN_API void WaitForImageLoads();
 // While loads are held, they run only while somebody waits for them: whoever asks decides when they happen. Not held at
 // first. Any thread.
 VORN_API void SetImageLoadsHeld(bool held);
+
+// How the loader's thread does a load and calls its block: `runner` gets it as a function, to be called once. For a
+// simulator that outlives exceptions of what it calls. An empty function, the initial value, stands for a plain call. Any
+// thread; the next load is the first that notices.
+using ImageLoadRunner = std::function<void(const std::function<void()>& load)>;
+VORN_API void SetImageLoadRunner(ImageLoadRunner runner);
 
 } // namespace Tarvik::Vorn

@@ -209,11 +209,12 @@ class Loader {
 public:
     void Ask(Load load) {
         const std::lock_guard lock(mMutex);
-        if (mAsked == 0) {
+        if (!mHasThread) {
             std::thread([this] { Run(); }).detach();
+            mHasThread = true;
         }
-        mAsked += 1;
         mLoads.push_back(std::move(load));
+        mAsked += 1; // Last: where memory runs out above, nothing was asked for and nobody waits for it.
         mChanged.notify_all();
     }
 
@@ -232,17 +233,32 @@ public:
         mChanged.notify_all();
     }
 
+    void SetRunner(ImageLoadRunner runner) {
+        const std::lock_guard lock(mMutex);
+        mRunner.swap(runner);
+    }
+
 private:
     void Run() {
         while (true) {
             @autoreleasepool {
                 const Load load = Next(); // Released before the pool is drained, and both before it counts as answered.
-                Perform(load);
+                const ImageLoadRunner runner = Runner();
+                if (runner) {
+                    runner([&load] { Perform(load); });
+                } else {
+                    Perform(load);
+                }
             }
             const std::lock_guard lock(mMutex);
             mAnswered += 1;
             mChanged.notify_all();
         }
+    }
+
+    ImageLoadRunner Runner() {
+        const std::lock_guard lock(mMutex);
+        return mRunner;
     }
 
     Load Next() {
@@ -260,6 +276,8 @@ private:
     uint64_t mAnswered = 0;
     int mWaiting = 0; // Threads in WaitForAnswers.
     bool mHeld = false;
+    bool mHasThread = false;
+    ImageLoadRunner mRunner;
 };
 
 // Never destroyed: its thread does not end.
@@ -283,6 +301,10 @@ void WaitForImageLoads() {
 
 void SetImageLoadsHeld(bool held) {
     TheLoader().Hold(held);
+}
+
+void SetImageLoadRunner(ImageLoadRunner runner) {
+    TheLoader().SetRunner(std::move(runner));
 }
 
 } // namespace Tarvik::Vorn
