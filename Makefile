@@ -1,13 +1,14 @@
 # The daily commands. CMake does the work; `make help` lists them.
 
 .DEFAULT_GOAL := help
-.PHONY: help setup setup-check run test ios package check format format-check lint headers tsan clean
+.PHONY: help setup setup-check run test bench ios package check format format-check lint headers tsan clean
 
 JOBS ?= $(shell nproc)
 
 help:
-	@echo "make run     build and play the tour of the whole plugin"
+	@echo "make run     build vornsim and play its tour of six worlds"
 	@echo "make test    build and run every test under the address and undefined-behaviour sanitizers"
+	@echo "make bench   measure the simulator against its limits (optimised build, one core)"
 	@echo "make ios     build the iOS binaries with their debug information into build/ios"
 	@echo "make package pack them for games: dist/VornFacebook.xcframework, its zip, checksums, sizes"
 	@echo "make check   format, lint, headers compile alone, all tests, thread sanitizer"
@@ -22,11 +23,15 @@ setup-check:
 
 run: setup
 	@scripts/build host vornsim VornFacebook
-	@build/host/bin/vornsim run --config simulator/scenarios/tour.config.json simulator/scenarios/tour.scenario.json
+	@build/host/bin/vornsim run
 
 test: setup
 	@scripts/build asan
 	@ctest --preset asan -j$(JOBS)
+
+bench: setup
+	@scripts/build host vornsim VornFacebook
+	@benchmarks/simulator_limits.py build/host/bin/vornsim
 
 ios: setup
 	@scripts/build-ios

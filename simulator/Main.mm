@@ -1,59 +1,55 @@
 // vornsim: tries the Facebook channel offline. Exit statuses are told in CommandLine.h.
 
 #include "CommandLine.h"
-#include "Player.h"
-#include "VornConfig.h"
-#include "VornPlugins.h"
+#include "NewWorld.h"
+#include "RunCommand.h"
+#include "ShippedWorlds.h"
+#include "doctor/Doctor.h"
+#include "explain/Explain.h"
+
+#import <Foundation/Foundation.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <string>
-#include <system_error>
 
 using namespace Tarvik::Vorn;
 using namespace Tarvik::Vorn::Simulator;
 
 namespace {
 
-int Reject(const std::string& message) {
-    std::fprintf(stderr, "vornsim: %s\n", message.c_str());
-    return kBadInput;
-}
+struct Runner {
+    int operator()(const RunOptions& options) const { return RunWorlds(options); }
 
-// Everything is read and checked before anything is played.
-int Run(const RunOptions& options) {
-    LocatedError error;
-    const std::optional<Scenario> scenario = LoadScenario(options.scenario, error);
-    if (!scenario) {
-        return Reject(error.text());
+    int operator()(const WorldsOptions& options) const { return ListWorlds(options.json, stdout, stderr); }
+
+    int operator()(const NewOptions& options) const {
+        std::string path;
+        const std::string problem = WriteNewWorld(options.name, path);
+        if (!problem.empty()) {
+            std::fprintf(stderr, "vornsim: %s\n", problem.c_str());
+            return kBadInput;
+        }
+        std::printf("%s is written; play it with: vornsim run %s\n", path.c_str(), path.c_str());
+        return kGood;
     }
-    if (const std::optional<LocatedError> badConfig = LoadConfigFile(options.config)) {
-        return Reject(badConfig->text());
+
+    int operator()(const ExplainOptions& options) const {
+        return RunExplain({options.method, options.code, options.thirdCode, options.text}, options.json, stdout,
+                          stderr);
     }
-    std::string problem;
-    if (!LoadPluginLibrary(options.plugin, problem)) {
-        return Reject(problem);
+
+    int operator()(const DoctorOptions& options) const {
+        return RunDoctor(options.path, options.json ? DoctorFormat::kJson : DoctorFormat::kText, WantsColor(stdout),
+                         stdout, stderr);
     }
-    const Plugins plugins{FindLoginPlugin("Facebook", problem), FindFriendPlugin("Facebook", problem),
-                          FindReportPlugin("Facebook", problem)};
-    if (plugins.login == nil || plugins.friends == nil || plugins.report == nil) {
-        return Reject(problem);
-    }
-    // Files that a scenario names are beside it. Everything that the command line names has been read by now.
-    const std::filesystem::path folder = std::filesystem::absolute(options.scenario).parent_path();
-    if (std::error_code failure; std::filesystem::current_path(folder, failure), failure) {
-        return Reject(folder.string() + ": " + failure.message() + "; the folder of the scenario must be accessible");
-    }
-    Transcript transcript(stdout);
-    return PlayScenario(*scenario, plugins, transcript, options.showTokens) ? kPlayed : kNotPlayed;
-}
+};
 
 } // namespace
 
 int main(int argc, char** argv) {
     @autoreleasepool {
         int exitStatus = kBadInput;
-        const std::optional<RunOptions> options = ParseCommandLine(argc, argv, exitStatus);
-        return options ? Run(*options) : exitStatus;
+        const std::optional<Command> command = ParseCommandLine(argc, argv, exitStatus);
+        return command ? std::visit(Runner(), *command) : exitStatus;
     }
 }

@@ -1,5 +1,7 @@
 #include "Observers.h"
 
+#include "AllocationFault.h"
+#include "ResultFields.h"
 #include "VornJsonDocument.h"
 #include "VornObservers.h"
 #include "VornRecordText.h"
@@ -16,22 +18,30 @@ ResultListener sListener;
 bool sShowTokens = false;
 
 template <class T>
-std::string TextOf(const T& result) {
-    return RecordText(result);
+T Shown(const T& result) {
+    return result;
 }
 
-// The reply to a login holds the player's access token, which is nobody's business in a transcript.
-std::string TextOf(const InnerLoginPluginRet& result) {
+// The reply to a login holds the player's access token, which is nobody's business in a timeline.
+InnerLoginPluginRet Shown(const InnerLoginPluginRet& result) {
     LocatedError error;
     const std::optional<JsonDocument> info = JsonDocument::Parse(result.channelInfo, "channelInfo", error);
     const JsonMember* const member = info ? info->root().Find("access_token") : nullptr;
     const std::string* const token = member == nullptr ? nullptr : member->value.AsString();
-    if (sShowTokens || token == nullptr || token->empty()) {
-        return RecordText(result);
-    }
     InnerLoginPluginRet shown(result);
-    shown.channelInfo = "{\"access_token\":\"<" + std::to_string(token->size()) + " bytes>\"}";
-    return RecordText(shown);
+    if (!sShowTokens && token != nullptr && !token->empty()) {
+        shown.channelInfo = "{\"access_token\":\"<" + std::to_string(token->size()) + " bytes>\"}";
+    }
+    return shown;
+}
+
+template <class T>
+std::pair<ResultFacts, std::string> Told(const T& result, unsigned observerID, const std::string& seqID) {
+    const T shown = Shown(result);
+    ResultFacts facts = FactsOf(shown);
+    facts.observerID = observerID;
+    facts.seqID = seqID;
+    return {std::move(facts), RecordText(shown)};
 }
 
 template <class T>
@@ -59,13 +69,24 @@ public:
         }
     }
 
+    static void GiveBackAll() {
+        for (std::optional<unsigned>& id : sIDs) {
+            if (id) {
+                RemoveObserver<T>(*id);
+                id.reset();
+            }
+        }
+    }
+
 private:
     using Function = typename VornInnerObserverHolder<T>::Observer;
 
     template <size_t Slot>
     static void Receive(const T& result, const char* seqID) {
         if (sListener) {
-            sListener(*sIDs[Slot], seqID, TextOf(result));
+            const UncountedAllocations uncounted;
+            const auto [facts, text] = Told(result, *sIDs[Slot], seqID);
+            sListener(facts, text);
         }
     }
 
@@ -116,6 +137,61 @@ void StopObserving(RecordType record, unsigned observerID) {
 size_t CollectCachedResults() {
     return DeliverCachedResults<InnerBaseRet>() + DeliverCachedResults<InnerFriendRet>() +
            DeliverCachedResults<InnerLoginRet>() + DeliverCachedResults<InnerLoginPluginRet>();
+}
+
+namespace {
+
+template <class T>
+std::optional<std::pair<ResultFacts, std::string>> NewlyCachedOf(const std::string& seqID, KnownCached& known) {
+    const auto& cache = VornInnerObserverHolder<T>::mTaskParamsHolder;
+    const auto found = cache.find(seqID);
+    if (found == cache.end()) {
+        return std::nullopt;
+    }
+    auto told = Told(found->second.mRet, found->second.mObserverID, found->second.mSeqID.toString());
+    return known.emplace(seqID, told.first.record).second ? std::optional(std::move(told)) : std::nullopt;
+}
+
+template <class T>
+void AddCachedSeqIDs(std::vector<std::string>& seqIDs) {
+    for (const auto& [seqID, params] : VornInnerObserverHolder<T>::mTaskParamsHolder) {
+        seqIDs.push_back(seqID);
+    }
+}
+
+} // namespace
+
+std::optional<std::pair<ResultFacts, std::string>> NewlyCached(const std::string& seqID, KnownCached& known) {
+    if (auto told = NewlyCachedOf<InnerBaseRet>(seqID, known)) {
+        return told;
+    }
+    if (auto told = NewlyCachedOf<InnerFriendRet>(seqID, known)) {
+        return told;
+    }
+    if (auto told = NewlyCachedOf<InnerLoginRet>(seqID, known)) {
+        return told;
+    }
+    return NewlyCachedOf<InnerLoginPluginRet>(seqID, known);
+}
+
+std::vector<std::string> CachedSeqIDs() {
+    std::vector<std::string> seqIDs;
+    AddCachedSeqIDs<InnerBaseRet>(seqIDs);
+    AddCachedSeqIDs<InnerFriendRet>(seqIDs);
+    AddCachedSeqIDs<InnerLoginRet>(seqIDs);
+    AddCachedSeqIDs<InnerLoginPluginRet>(seqIDs);
+    return seqIDs;
+}
+
+void ForgetObserversAndResults() {
+    Slots<InnerBaseRet>::GiveBackAll();
+    Slots<InnerFriendRet>::GiveBackAll();
+    Slots<InnerLoginRet>::GiveBackAll();
+    Slots<InnerLoginPluginRet>::GiveBackAll();
+    ClearCachedResults<InnerBaseRet>();
+    ClearCachedResults<InnerFriendRet>();
+    ClearCachedResults<InnerLoginRet>();
+    ClearCachedResults<InnerLoginPluginRet>();
 }
 
 size_t CachedResults() {

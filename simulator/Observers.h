@@ -2,18 +2,24 @@
 // type, each of which serves one observer ID at a time. Main thread, except that observer 107 is called anywhere.
 #pragma once
 
-#include "Scenario.h"
+#include "Timeline.h"
+#include "World.h"
 
+#include <cstddef>
 #include <functional>
+#include <optional>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace Tarvik::Vorn::Simulator {
 
-// How many observers of one record type a scenario can have at once.
+// How many observers of one record type a world can have at once.
 inline constexpr size_t kObserverSlots = 64;
 
-using ResultListener =
-    std::function<void(unsigned observerID, const std::string& seqID, const std::string& recordText)>;
+// `text` is the record as one line.
+using ResultListener = std::function<void(const ResultFacts& result, const std::string& text)>;
 
 // Every observer below hands what it receives to `listener`; an empty function ends it. Of an access token the text says
 // only how long it is, unless `showTokens`.
@@ -30,5 +36,16 @@ size_t CollectCachedResults();
 
 // How many results of all record types wait in the cache.
 size_t CachedResults();
+
+// The result of any record type that waits under the sequence ID and is not among `known`, as the listener would get it.
+// Its record type is added to `known` under the sequence ID. Empty when there is none.
+using KnownCached = std::set<std::pair<std::string, std::string>>; // Sequence ID and record.
+std::optional<std::pair<ResultFacts, std::string>> NewlyCached(const std::string& seqID, KnownCached& known);
+
+// The sequence IDs of all results that wait.
+std::vector<std::string> CachedSeqIDs();
+
+// No observer and no cached result of an earlier run is left.
+void ForgetObserversAndResults();
 
 } // namespace Tarvik::Vorn::Simulator

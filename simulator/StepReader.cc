@@ -1,19 +1,39 @@
 #include "StepReader.h"
 
+#include <algorithm>
+#include <charconv>
 #include <limits>
+#include <optional>
 
 namespace Tarvik::Vorn::Simulator {
 
 void StepReader::Fail(const JsonValue& value, const std::string& message, const std::string& remedy) {
+    FailAt(value.location(), message, remedy);
+}
+
+void StepReader::FailAt(const JsonLocation& location, const std::string& message, const std::string& remedy) {
     if (!mFailed) {
-        mError = mDocument.ErrorAt(value.location(), message, remedy);
+        mError = mDocument.ErrorAt(location, message, remedy);
         mFailed = true;
     }
 }
 
 bool StepReader::Known(const JsonValue& object, std::initializer_list<std::string_view> keys) {
-    return Check(mDocument.Expect(object, JsonKind::kObject, "the step", mError)) &&
-           Check(mDocument.ExpectKnownKeys(object, keys, mError));
+    return Known(object, std::vector<std::string_view>(keys));
+}
+
+bool StepReader::Known(const JsonValue& object, const std::vector<std::string_view>& keys) {
+    if (mFailed || !Check(mDocument.Expect(object, JsonKind::kObject, "the value", mError))) {
+        return false;
+    }
+    for (const JsonMember& member : *object.AsObject()) {
+        if (std::find(keys.begin(), keys.end(), member.key) == keys.end()) {
+            FailAt(member.keyLocation, "the key \"" + member.key + "\" is not known",
+                   keys.empty() ? "remove it" : MeantOrOneOf(member.key, keys));
+            return false;
+        }
+    }
+    return Check(mDocument.ExpectUniqueKeys(object, mError));
 }
 
 const JsonValue* StepReader::Member(const JsonValue& object, std::string_view key, JsonKind kind) {
@@ -107,6 +127,52 @@ std::vector<std::string> StepReader::Texts(const JsonValue& list, std::string_vi
 
 bool StepReader::Background(const JsonValue& object) {
     return OptionalChoice(object, "thread", {{"main", false}, {"background", true}}, false);
+}
+
+namespace {
+
+constexpr Milliseconds kLongestDuration = Milliseconds{1000} * 60 * 60 * 24 * 365;
+
+// "30 s" in milliseconds; empty when the text is no duration, or a longer one than a year.
+std::optional<Milliseconds> ParseDuration(std::string_view text) {
+    Milliseconds number = 0;
+    const auto [rest, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (failure != std::errc() || text.starts_with('-') || number > kLongestDuration) {
+        return std::nullopt;
+    }
+    const std::string_view unit(rest, text.data() + text.size());
+    const Milliseconds factor = unit == " ms" ? 1 : unit == " s" ? 1000 : unit == " min" ? 60000 : 0;
+    return factor == 0 || number > kLongestDuration / factor ? std::nullopt : std::optional(number * factor);
+}
+
+} // namespace
+
+Duration StepReader::ReadDuration(const JsonValue& value, std::string_view name) {
+    constexpr const char* kRemedy = "write \"250 ms\", \"30 s\", \"2 min\" or {\"between\": [\"1 s\", \"5 s\"]}, "
+                                    "a year at the most";
+    const auto parse = [this, name](const JsonValue& text) -> Milliseconds {
+        const std::optional<Milliseconds> time =
+            text.AsString() == nullptr ? std::nullopt : ParseDuration(*text.AsString());
+        if (!time) {
+            Fail(text, "\"" + std::string(name) + "\" is no span of time", kRemedy);
+        }
+        return time.value_or(0);
+    };
+    const JsonMember* const between = value.Find("between");
+    if (between == nullptr) {
+        const Milliseconds time = parse(value);
+        return {time, time};
+    }
+    const JsonValue::Array* const ends = between->value.AsArray();
+    if (!Known(value, {"between"}) || ends == nullptr || ends->size() != 2) {
+        Fail(between->value, "\"between\" is no pair of times", kRemedy);
+        return {};
+    }
+    const Duration duration{parse(ends->front()), parse(ends->back())};
+    if (duration.most < duration.least) {
+        Fail(between->value, "\"between\" ends before it begins", "write the shorter time first");
+    }
+    return duration;
 }
 
 void StepReader::ReadBaseParams(const JsonValue& value, VornBaseParams& params) {

@@ -1,7 +1,9 @@
-// The tools with which the steps of a scenario are read. The first error sticks: from then on every function does nothing
+// The tools with which the steps of a world are read. The first error sticks: from then on every function does nothing
 // and answers a default, and Failed() is true. Plain C++.
 #pragma once
 
+#include "Answers.h"
+#include "NearestWord.h"
 #include "VornJsonDocument.h"
 #include "VornLocatedError.h"
 #include "VornRecords.h"
@@ -35,8 +37,12 @@ public:
     // An error at the place of `value`.
     void Fail(const JsonValue& value, const std::string& message, const std::string& remedy);
 
-    // An object that has no other keys than these.
+    // An error at any place.
+    void FailAt(const JsonLocation& location, const std::string& message, const std::string& remedy);
+
+    // An object that has no other keys than these, each at most once.
     bool Known(const JsonValue& object, std::initializer_list<std::string_view> keys);
+    bool Known(const JsonValue& object, const std::vector<std::string_view>& keys);
 
     // A member that must be there.
     const JsonValue* Member(const JsonValue& object, std::string_view key, JsonKind kind);
@@ -59,6 +65,9 @@ public:
 
     // "thread": whether something happens on another thread than the main one.
     bool Background(const JsonValue& object);
+
+    // "250 ms", "30 s", "2 min" or {"between": ["1 s", "5 s"]}.
+    Duration ReadDuration(const JsonValue& value, std::string_view name);
 
     // What every call into a plugin has.
     void ReadBaseParams(const JsonValue& value, VornBaseParams& params);
@@ -84,14 +93,15 @@ public:
         if (mFailed || !Check(mDocument.Expect(value, JsonKind::kString, "\"" + std::string(key) + "\"", mError))) {
             return {};
         }
-        std::string names;
+        std::vector<std::string_view> names;
         for (const auto& [name, choice] : choices) {
             if (*value.AsString() == name) {
                 return choice;
             }
-            names += (names.empty() ? "" : ", ") + std::string(name);
+            names.push_back(name);
         }
-        Fail(value, "unknown " + std::string(key) + " \"" + *value.AsString() + "\"", "use one of " + names);
+        Fail(value, "unknown " + std::string(key) + " \"" + *value.AsString() + "\"",
+             MeantOrOneOf(*value.AsString(), names));
         return {};
     }
 

@@ -1,291 +1,191 @@
-#include "Scenario.h"
+#include "World.h"
 
-#include "FriendScenario.h"
+#include "DocumentPath.h"
+#include "ExpectationReader.h"
+#include "StepMakers.h"
 #include "StepReader.h"
+#include "WorldCheck.h"
 
-#include <array>
-#include <limits>
-#include <string_view>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace Tarvik::Vorn::Simulator {
 namespace {
 
-std::pair<RecordType, unsigned> RecordAndObserver(StepReader& reader, const JsonValue& value) {
-    if (!reader.Known(value, {"record", "observer"})) {
-        return {};
+constexpr std::string_view kRepeat = "repeat";
+constexpr int64_t kMostRounds = 10'000'000;
+constexpr int kMostRepeatsInside = 4; // Repeats in repeats.
+
+std::vector<std::string_view> StepNames(bool settingsOnly) {
+    std::vector<std::string_view> names;
+    for (const NamedMaker& maker : StepMakers()) {
+        if (maker.isSetting || !settingsOnly) {
+            names.push_back(maker.name);
+        }
     }
-    const auto record = reader.Choice<RecordType>(value, "record",
-                                                  {{"InnerBaseRet", RecordType::kBase},
-                                                   {"InnerFriendRet", RecordType::kFriend},
-                                                   {"InnerLoginRet", RecordType::kLogin},
-                                                   {"InnerLoginPluginRet", RecordType::kLoginPlugin}});
-    return {record, reader.Observer(value, "observer")};
+    if (!settingsOnly) {
+        names.push_back(kRepeat);
+    }
+    return names;
 }
 
-// What the game's own method answers.
-bool GameAnswer(StepReader& reader, const JsonValue& object) {
-    return reader.OptionalChoice(object, "game", {{"YES", true}, {"NO", false}}, true);
+const NamedMaker* FindMaker(std::string_view name) {
+    for (const NamedMaker& maker : StepMakers()) {
+        if (maker.name == name) {
+            return &maker;
+        }
+    }
+    return nullptr;
 }
 
-Step MakeNote(StepReader& reader, const JsonValue& value) {
-    NoteStep step;
-    if (reader.Check(reader.document().Expect(value, JsonKind::kString, "\"note\"", reader.error()))) {
-        step.text = *value.AsString();
+std::vector<Step> ReadSteps(StepReader& reader, const JsonValue& list, int depth);
+
+RepeatStep ReadRepeat(StepReader& reader, const JsonValue& value, int depth) {
+    RepeatStep step;
+    if (depth == kMostRepeatsInside) {
+        reader.Fail(value, "repeats stand inside each other more than 4 deep", "repeat less deeply");
+    }
+    if (reader.Known(value, {"times", "steps"})) {
+        step.times = static_cast<uint64_t>(reader.Integer(value, "times", 1, kMostRounds));
+        if (const JsonValue* const steps = reader.Member(value, "steps", JsonKind::kArray)) {
+            step.steps = ReadSteps(reader, *steps, depth + 1);
+        }
     }
     return step;
 }
 
-Step MakeConfigure(StepReader& reader, const JsonValue& value) {
-    ConfigureStep step;
-    if (!reader.Check(reader.document().Expect(value, JsonKind::kObject, "\"configure\"", reader.error())) ||
-        !reader.Check(reader.document().ExpectUniqueKeys(value, reader.error()))) {
-        return step;
+void AddStep(StepReader& reader, const JsonValue& step, int depth, std::vector<Step>& steps) {
+    if (reader.Failed() || !reader.Check(reader.document().Expect(step, JsonKind::kObject, "a step", reader.error()))) {
+        return;
     }
-    for (const JsonMember& member : *value.AsObject()) {
-        if (reader.Check(
-                reader.document().Expect(member.value, JsonKind::kString, "\"" + member.key + "\"", reader.error()))) {
-            step.values[member.key] = *member.value.AsString();
-        }
+    if (step.AsObject()->size() != 1) {
+        reader.Fail(step, "a step has " + std::to_string(step.AsObject()->size()) + " members",
+                    "write one object per step with the step's name as its only key");
+        return;
+    }
+    const JsonMember& member = step.AsObject()->front();
+    if (member.key == kRepeat) {
+        steps.push_back({ReadRepeat(reader, member.value, depth), step.location()});
+    } else if (const NamedMaker* const maker = FindMaker(member.key)) {
+        steps.push_back({maker->make(reader, member.value), step.location()});
+    } else {
+        reader.FailAt(member.keyLocation, "unknown step \"" + member.key + "\"",
+                      MeantOrOneOf(member.key, StepNames(false)));
+    }
+}
+
+std::vector<Step> ReadSteps(StepReader& reader, const JsonValue& list, int depth) {
+    std::vector<Step> steps;
+    for (const JsonValue& step : *list.AsArray()) {
+        AddStep(reader, step, depth, steps);
         if (reader.Failed()) {
             break;
         }
     }
-    return step;
+    return steps;
 }
 
-Step MakeSDKVersion(StepReader& reader, const JsonValue& value) {
-    SDKVersionStep step;
-    if (!value.IsNull() &&
-        reader.Check(reader.document().Expect(value, JsonKind::kString, "\"sdk-version\"", reader.error()))) {
-        step.version = *value.AsString();
+// The members of "setting" happen in the order of the step list, not in that of the text: an object has no order.
+std::vector<Step> ReadSetting(StepReader& reader, const JsonValue& setting) {
+    std::vector<Step> steps;
+    if (!reader.Known(setting, StepNames(true))) {
+        return steps;
     }
-    return step;
-}
-
-Step MakeObserve(StepReader& reader, const JsonValue& value) {
-    const auto [record, observerID] = RecordAndObserver(reader, value);
-    return ObserveStep{record, observerID};
-}
-
-Step MakeRemoveObserver(StepReader& reader, const JsonValue& value) {
-    const auto [record, observerID] = RecordAndObserver(reader, value);
-    return RemoveObserverStep{record, observerID};
-}
-
-Step MakeLogin(StepReader& reader, const JsonValue& value) {
-    LoginStep step;
-    if (reader.Known(value, {"methodID", "seqID", "channel", "subChannel", "extraJson", "permissions"})) {
-        reader.ReadBaseParams(value, step.params);
-        step.params.permissions = reader.Text(value, "permissions");
-    }
-    return step;
-}
-
-Step MakeLogout(StepReader& reader, const JsonValue& value) {
-    LogoutStep step;
-    if (reader.Known(value, {"methodID", "seqID", "channel", "subChannel", "extraJson"})) {
-        reader.ReadBaseParams(value, step.params);
-    }
-    return step;
-}
-
-Step MakeAnswerLogin(StepReader& reader, const JsonValue& value) {
-    using Outcome = AnswerLoginStep::Outcome;
-    AnswerLoginStep step;
-    if (!reader.Known(value, {"outcome", "token", "graphDomain", "message", "domain", "code", "thread"})) {
-        return step;
-    }
-    step.outcome = reader.Choice<Outcome>(value, "outcome",
-                                          {{"success", Outcome::kSuccess},
-                                           {"limited", Outcome::kLimited},
-                                           {"cancelled", Outcome::kCancelled},
-                                           {"nothing-granted", Outcome::kNothingGranted},
-                                           {"browser-not-opened", Outcome::kBrowserNotOpened},
-                                           {"error-message", Outcome::kErrorMessage},
-                                           {"error", Outcome::kError}});
-    step.background = reader.Background(value);
-    step.graphDomain = reader.OptionalText(value, "graphDomain");
-    if (step.outcome == Outcome::kSuccess) {
-        step.token = reader.Text(value, "token");
-    }
-    if (step.outcome == Outcome::kErrorMessage || step.outcome == Outcome::kError) {
-        step.message = reader.Text(value, "message");
-    }
-    if (step.outcome == Outcome::kError) {
-        step.domain = reader.Text(value, "domain");
-        step.code =
-            reader.Integer(value, "code", std::numeric_limits<int64_t>::min(), std::numeric_limits<int64_t>::max());
-    }
-    return step;
-}
-
-Step MakeCommit(StepReader& reader, const JsonValue& value) {
-    CommitStep step;
-    if (reader.Known(value, {"observer", "seqID", "code"})) {
-        step.observerID = reader.Observer(value, "observer");
-        step.seqID = reader.Text(value, "seqID");
-        step.code = static_cast<int>(reader.Int32(value, "code"));
-    }
-    return step;
-}
-
-Step MakeCollect(StepReader& reader, const JsonValue& value) {
-    reader.Known(value, {});
-    return CollectStep{};
-}
-
-Step MakeLaunch(StepReader& reader, const JsonValue& value) {
-    LaunchStep step;
-    if (reader.Known(value, {"url", "game"})) {
-        step.url = reader.OptionalText(value, "url");
-        step.answer = GameAnswer(reader, value);
-    }
-    return step;
-}
-
-Step MakeOpenURL(StepReader& reader, const JsonValue& value) {
-    OpenURLStep step;
-    if (reader.Known(value, {"url", "source", "method", "game"})) {
-        step.url = reader.Text(value, "url");
-        step.source = reader.OptionalText(value, "source");
-        step.withSource = reader.OptionalChoice(value, "method", {{"options", false}, {"source", true}}, false);
-        step.answer = GameAnswer(reader, value);
-    }
-    return step;
-}
-
-Step MakeActivate(StepReader& reader, const JsonValue& value) {
-    reader.Known(value, {});
-    return ActivateStep{};
-}
-
-Step MakeInitStat(StepReader& reader, const JsonValue& value) {
-    reader.Known(value, {});
-    return InitStatStep{};
-}
-
-// A parameter of an event: any JSON value but a list or an object.
-void AddParameter(StepReader& reader, const JsonMember& member, ReportStep& step) {
-    const JsonValue& value = member.value;
-    if (const std::string* const text = value.AsString()) {
-        step.params[member.key] = *text;
-    } else if (const std::optional<bool> flag = value.AsBool()) {
-        step.params[member.key] = *flag;
-    } else if (const std::optional<int64_t> integer = value.AsInt64()) {
-        step.params[member.key] = *integer;
-    } else if (const std::optional<double> number = value.AsDouble()) {
-        step.params[member.key] = *number;
-    } else if (value.IsNull()) {
-        step.params[member.key] = nullptr;
-    } else {
-        reader.Fail(value, "the parameter \"" + member.key + "\" is " + NameOf(value.kind()),
-                    "use a text, a number, true, false or null");
-    }
-}
-
-Step MakeReport(StepReader& reader, const JsonValue& value) {
-    ReportStep step;
-    if (!reader.Known(value, {"event", "params", "realtime", "seqID", "extra"})) {
-        return step;
-    }
-    step.event = reader.Text(value, "event");
-    step.seqID = reader.Text(value, "seqID");
-    step.extra = reader.OptionalText(value, "extra");
-    step.isRealtime = reader.OptionalBool(value, "realtime", false);
-    const JsonValue* params = nullptr;
-    if (!reader.Failed() &&
-        reader.Check(reader.document().OptionalMember(value, "params", JsonKind::kObject, params, reader.error())) &&
-        params != nullptr && reader.Check(reader.document().ExpectUniqueKeys(*params, reader.error()))) {
-        step.hasParams = true;
-        for (const JsonMember& member : *params->AsObject()) {
-            AddParameter(reader, member, step);
+    for (const NamedMaker& maker : StepMakers()) {
+        const JsonMember* const member = setting.Find(maker.name);
+        if (member != nullptr && !reader.Failed()) {
+            steps.push_back({maker.make(reader, member->value), member->keyLocation});
         }
     }
-    return step;
+    return steps;
 }
 
-using Maker = Step (*)(StepReader& reader, const JsonValue& value);
-
-constexpr std::array<std::pair<std::string_view, Maker>, 32> kMakers{{
-    {"note", &MakeNote},
-    {"configure", &MakeConfigure},
-    {"sdk-version", &MakeSDKVersion},
-    {"observe", &MakeObserve},
-    {"remove-observer", &MakeRemoveObserver},
-    {"login", &MakeLogin},
-    {"answer-login", &MakeAnswerLogin},
-    {"logout", &MakeLogout},
-    {"commit", &MakeCommit},
-    {"collect", &MakeCollect},
-    {"launch", &MakeLaunch},
-    {"open-url", &MakeOpenURL},
-    {"activate", &MakeActivate},
-    {"init-stat", &MakeInitStat},
-    {"report", &MakeReport},
-    {"player", &MakePlayer},
-    {"profile", &MakeProfile},
-    {"apps", &MakeApps},
-    {"queries-schemes", &MakeQueriesSchemes},
-    {"photo-permission", &MakePhotoPermission},
-    {"answer-photo-prompt", &MakeAnswerPhotoPrompt},
-    {"send-message", &MakeSendMessage},
-    {"share", &MakeShare},
-    {"add-friend", &MakeAddFriend},
-    {"query-friends", &MakeQueryFriends},
-    {"answer-friend-finder", &MakeAnswerFriendFinder},
-    {"answer-game-request", &MakeAnswerGameRequest},
-    {"answer-share", &MakeAnswerShare},
-    {"finish-saving", &MakeFinishSaving},
-    {"answer-image-upload", &MakeAnswerImageUpload},
-    {"upload-progress", &MakeUploadProgress},
-    {"answer-video-upload", &MakeAnswerVideoUpload},
-}};
-
-void AddStep(StepReader& reader, const JsonValue& step, std::vector<Step>& steps) {
-    const JsonDocument& document = reader.document();
-    if (reader.Failed() || !reader.Check(document.Expect(step, JsonKind::kObject, "a step", reader.error()))) {
+// Who listens: "automatic", or a list of observers, which may be empty.
+void ReadObservers(StepReader& reader, const JsonValue& root, World& world) {
+    const JsonMember* const observers = root.Find("observers");
+    if (observers == nullptr || reader.Failed()) {
         return;
     }
-    const JsonValue::Object& members = *step.AsObject();
-    if (members.size() != 1) {
-        reader.Fail(step, "a step has " + std::to_string(members.size()) + " members",
-                    "write one object per step with the step's name as its only key");
+    if (observers->value.AsArray() == nullptr) {
+        reader.Chosen<bool>(observers->value, "observers", {{"automatic", true}});
         return;
     }
-    const JsonMember& member = members.front();
-    std::string names;
-    for (const auto& [name, maker] : kMakers) {
-        if (member.key == name) {
-            steps.push_back(maker(reader, member.value));
-            return;
+    world.registersObservers = false;
+    for (const JsonValue& observer : *observers->value.AsArray()) {
+        world.setting.push_back({FindMaker("observe")->make(reader, observer), observer.location()});
+    }
+}
+
+std::optional<uint64_t> ReadSeed(StepReader& reader, const JsonValue& root) {
+    const JsonValue* const seed = reader.OptionalMember(root, "seed", JsonKind::kUint64);
+    return seed == nullptr ? std::nullopt : seed->AsUint64();
+}
+
+std::string NameOfFile(const std::string& path) {
+    std::string name = std::filesystem::path(path).filename().string();
+    for (const std::string_view ending : {".json", ".world"}) {
+        if (name.size() > ending.size() && name.ends_with(ending)) {
+            name.resize(name.size() - ending.size());
         }
-        names += (names.empty() ? "" : ", ") + std::string(name);
     }
-    reader.error() = document.ErrorAt(member.keyLocation, "unknown step \"" + member.key + "\"", "use one of " + names);
-    reader.Check(false);
+    return name;
+}
+
+std::optional<World> ReadWorld(const JsonDocument& document, const std::string& path, LocatedError& error) {
+    StepReader reader(document, error);
+    const JsonValue& root = document.root();
+    World world;
+    world.name = NameOfFile(path);
+    world.path = path;
+    if (reader.Check(document.Expect(root, JsonKind::kObject, "the world", error)) &&
+        reader.Known(root, {"question", "$schema", "seed", "setting", "observers", "steps", "expect"})) {
+        reader.OptionalText(root, "$schema");
+        world.question = reader.Text(root, "question");
+        world.seed = ReadSeed(reader, root);
+        if (const JsonValue* const setting = reader.OptionalMember(root, "setting", JsonKind::kObject)) {
+            world.setting = ReadSetting(reader, *setting);
+        }
+        ReadObservers(reader, root, world);
+        if (const JsonValue* const steps = reader.Member(root, "steps", JsonKind::kArray)) {
+            world.steps = ReadSteps(reader, *steps, 0);
+        }
+        if (const JsonValue* const expect = reader.OptionalMember(root, "expect", JsonKind::kObject)) {
+            world.expectations = ReadExpectations(reader, *expect);
+        }
+    }
+    if (!reader.Failed()) {
+        CheckWorld(reader, world);
+    }
+    if (reader.Failed()) {
+        const std::string place = PathInside(root, error.line, error.column);
+        error.message = (place.empty() ? "" : place + ": ") + error.message;
+        return std::nullopt;
+    }
+    return world;
 }
 
 } // namespace
 
-std::optional<Scenario> LoadScenario(const std::string& path, LocatedError& error) {
-    const std::optional<JsonDocument> document = JsonDocument::Load(path, error);
-    if (!document) {
+std::optional<World> LoadWorld(const std::string& path, LocatedError& error) {
+    std::error_code failure;
+    if (std::filesystem::exists(path, failure) && !std::filesystem::is_regular_file(path, failure)) {
+        error = {path, 0, 0, "is not a file", "name a world's file, which ends in .world.json"};
         return std::nullopt;
     }
-    StepReader reader(*document, error);
-    const JsonValue& root = document->root();
-    Scenario scenario;
-    if (reader.Check(document->Expect(root, JsonKind::kObject, "the scenario", error)) &&
-        reader.Check(document->ExpectKnownKeys(root, {"title", "steps"}, error))) {
-        scenario.title = reader.Text(root, "title");
-        if (const JsonValue* const steps = reader.Member(root, "steps", JsonKind::kArray)) {
-            for (const JsonValue& step : *steps->AsArray()) {
-                AddStep(reader, step, scenario.steps);
-            }
-        }
+    const uintmax_t size = std::filesystem::file_size(path, failure);
+    if (!failure && size > kWorldFileLimit) {
+        error = {path, 0, 0, "is greater than " + std::to_string(kWorldFileLimit / 1024 / 1024) + " MiB",
+                 "use \"repeat\" instead of writing steps again"};
+        return std::nullopt;
     }
-    return reader.Failed() ? std::nullopt : std::optional(std::move(scenario));
+    const std::optional<JsonDocument> document = JsonDocument::Load(path, error);
+    return document ? ReadWorld(*document, path, error) : std::nullopt;
+}
+
+std::optional<World> ParseWorld(const std::string& text, const std::string& path, LocatedError& error) {
+    const std::optional<JsonDocument> document = JsonDocument::Parse(text, path, error);
+    return document ? ReadWorld(*document, path, error) : std::nullopt;
 }
 
 } // namespace Tarvik::Vorn::Simulator

@@ -1,5 +1,5 @@
-// vornsim as its users meet it: the tour's whole transcript, and what bad input is answered with. The program is run;
-// addresses and the project's own folder are masked in its transcript, everything else is compared to the letter.
+// vornsim as its users meet it: a whole timeline of everything, and what bad input is answered with. The program is run;
+// the project's own folder is masked in its output, everything else is compared to the letter.
 
 #include "RunProgram.h"
 
@@ -9,9 +9,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace Tarvik::Vorn::Test {
 namespace {
@@ -19,6 +19,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 std::string ReadFile(const std::filesystem::path& path) {
     std::ifstream in(path);
@@ -28,16 +29,13 @@ std::string ReadFile(const std::filesystem::path& path) {
     return text.str();
 }
 
-// Without what differs from one machine to the next: addresses, and where the project lies.
-std::string Masked(const std::string& text) {
-    const std::string withoutAddresses =
-        std::regex_replace(text, std::regex("observer address 0x[0-9a-f]+"), "observer address 0x...");
-    const std::string here = std::string("file://") + VORN_SCENARIOS;
-    std::string masked = withoutAddresses;
-    for (size_t at = masked.find(here); at != std::string::npos; at = masked.find(here, at)) {
-        masked.replace(at, here.size(), "file://...");
+// Without what differs from one machine to the next: where the project lies.
+std::string Masked(std::string text) {
+    const std::string here = VORN_EXPECTED;
+    for (size_t at = text.find(here); at != std::string::npos; at = text.find(here, at)) {
+        text.replace(at, here.size(), "...");
     }
-    return masked;
+    return text;
 }
 
 class VornSimTest : public ::testing::Test {
@@ -58,107 +56,141 @@ protected:
 
     std::string PathOf(const std::string& name) const { return (mFolder / name).string(); }
 
-    static ProgramResult Run(const std::string& config, const std::string& scenario) {
-        return RunProgram({VORN_SIM, "run", "--plugin", std::getenv("VORN_SUBJECT"), "--config", config, scenario});
+    // Plays worlds with the subject of the tests.
+    static ProgramResult Run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {VORN_SIM, "run", "--plugin", std::getenv("VORN_SUBJECT")});
+        return RunProgram(arguments);
     }
 
-    ProgramResult RunSteps(const std::string& steps) const {
-        return Run(Write("config.json", "{}"),
-                   Write("test.scenario.json", "{\n  \"title\": \"test\",\n  \"steps\": [\n" + steps + "\n  ]\n}\n"));
+    // A world with these steps, and with nobody listening unless a step says so.
+    std::string WorldOf(const std::string& steps, const std::string& more = "") const {
+        return Write("test.world.json", "{\n  \"question\": \"test\",\n  \"observers\": [],\n  \"steps\": [\n" + steps +
+                                            "\n  ]" + more + "\n}\n");
+    }
+
+    ProgramResult RunSteps(const std::string& steps, const std::string& more = "") const {
+        return Run({"--order", "time", WorldOf(steps, more)});
     }
 
 private:
     std::filesystem::path mFolder;
 };
 
-// ---- The tour
+// ---- Everything
 
-TEST_F(VornSimTest, TheTourIsPlayedAsWrittenDown) {
-    const std::string scenarios = VORN_SCENARIOS;
+TEST_F(VornSimTest, EverythingIsPlayedAsWrittenDown) {
+    const std::string folder = VORN_EXPECTED;
 
-    const ProgramResult result = Run(scenarios + "/tour.config.json", scenarios + "/tour.scenario.json");
+    const ProgramResult result = Run({"--order", "time", folder + "/everything.world.json"});
 
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_THAT(result.errors, IsEmpty());
-    EXPECT_EQ(Masked(result.output), ReadFile(std::string(VORN_EXPECTED) + "/tour.expected"));
+    EXPECT_EQ(Masked(result.output), ReadFile(folder + "/everything.expected"));
 }
 
-TEST_F(VornSimTest, TheConfigurationFileReachesThePlugin) {
-    const std::string scenario = Write("game.scenario.json", R"({"title": "t", "steps": [
+TEST_F(VornSimTest, AReplayIsEqualToTheByte) {
+    const std::string world = std::string(VORN_EXPECTED) + "/everything.world.json";
+
+    const ProgramResult first = Run({"--format", "json", world});
+    const ProgramResult second = Run({"--format", "json", world});
+
+    EXPECT_EQ(first.output, second.output);
+}
+
+TEST_F(VornSimTest, WithoutAWorldTheTourIsPlayed) {
+    const ProgramResult result = Run({});
+
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("share-completed: "));
+    EXPECT_THAT(result.output, HasSubstr("video-upload-progress: "));
+}
+
+TEST_F(VornSimTest, TheConfigurationFileReachesThePluginBeforeTheWorldsOwn) {
+    const std::string world = WorldOf(R"(
         {"sdk-version": "6.4.0"},
-        {"login": {"methodID": 1, "seqID": "s", "permissions": "email"}}]})");
+        {"login": {"methodID": 1, "seqID": "s", "permissions": "email"}},
+        {"configure": {"FACEBOOK_LOGIN_MODE": "App"}},
+        {"login": {"methodID": 1, "seqID": "t", "permissions": "public_profile"}})");
 
-    const ProgramResult game = Run(Write("game.json", R"({"FACEBOOK_LOGIN_MODE": "Game"})"), scenario);
-    const ProgramResult app = Run(Write("app.json", R"({"FACEBOOK_LOGIN_MODE": "App"})"), scenario);
+    const ProgramResult game = Run({"--config", Write("game.json", R"({"FACEBOOK_LOGIN_MODE": "Game"})"), world});
+    const ProgramResult app = Run({"--config", Write("app.json", R"({"FACEBOOK_LOGIN_MODE": "App"})"), world});
 
-    EXPECT_THAT(game.output, HasSubstr("gaming_profile"));
+    EXPECT_THAT(game.output, HasSubstr(R"(["email","gaming_profile","gaming_user_picture"])"));
+    EXPECT_THAT(game.output, HasSubstr(R"(["public_profile"])"));
     EXPECT_THAT(app.output, Not(HasSubstr("gaming_profile")));
 }
 
 TEST_F(VornSimTest, AnAccessTokenIsShownOnlyWhenAskedFor) {
-    const std::string config = Write("config.json", "{}");
-    const std::string scenario = Write("token.scenario.json", R"({"title": "t", "steps": [
+    const std::string world = WorldOf(R"(
         {"observe": {"record": "InnerLoginPluginRet", "observer": 109}},
         {"login": {"methodID": 1, "seqID": "s", "permissions": "email"}},
-        {"answer-login": {"outcome": "success", "token": "EAAB-secret"}}]})");
+        {"answer-login": {"outcome": "success", "token": "EAAB-secret"}})");
 
-    const ProgramResult hidden = Run(config, scenario);
-    const ProgramResult shown = RunProgram(
-        {VORN_SIM, "run", "--show-tokens", "--plugin", std::getenv("VORN_SUBJECT"), "--config", config, scenario});
+    const ProgramResult hidden = Run({world});
+    const ProgramResult shown = Run({"--show-tokens", world});
 
     EXPECT_THAT(hidden.output, Not(HasSubstr("EAAB-secret")));
     EXPECT_THAT(hidden.output, HasSubstr(R"(channelInfo: "{\"access_token\":\"<11 bytes>\"}")"));
     EXPECT_THAT(shown.output, HasSubstr(R"(channelInfo: "{\"access_token\":\"EAAB-secret\"}")"));
 }
 
-TEST_F(VornSimTest, AnAnswerWithoutALoginCannotBePlayed) {
-    const ProgramResult result = RunSteps(R"({"answer-login": {"outcome": "cancelled"}})");
+// ---- What cannot be played
 
-    EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.output, HasSubstr("no login is under way; put a \"login\" step before this answer"));
-}
-
+// A request whose dialog does not open, and then an answer to it.
 struct Unanswerable {
     const char* name;
-    const char* step;
+    const char* request;
+    const char* answer;
     const char* reason;
 };
 
 class VornSimUnanswerable : public VornSimTest, public ::testing::WithParamInterface<Unanswerable> {};
 
 TEST_P(VornSimUnanswerable, IsSaidWithWhatIsMissing) {
-    const ProgramResult result = RunSteps(GetParam().step);
+    const ProgramResult result = RunSteps(std::string(GetParam().request) + ", " + GetParam().answer);
 
     EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.output, HasSubstr(std::string("  error     ") + GetParam().reason));
+    EXPECT_THAT(result.output, HasSubstr(std::string("problem    ") + GetParam().reason));
 }
+
+constexpr const char* kRefusedShare =
+    R"({"share": {"methodID": 414, "seqID": "s", "observer": 1, "type": "link", "link": ""}})";
 
 INSTANTIATE_TEST_SUITE_P(
     Answers, VornSimUnanswerable,
     ::testing::Values(
-        Unanswerable{"FriendFinder", R"({"answer-friend-finder": {"outcome": "returned"}})",
+        Unanswerable{"Login", R"({"login": {"methodID": 1, "seqID": "l", "permissions": "NO"}})",
+                     R"({"answer-login": {"outcome": "cancelled"}})",
+                     "no login is under way; put a \"login\" step before this answer"},
+        Unanswerable{"FriendFinder", R"({"add-friend": {"methodID": 1, "seqID": "a", "observer": 1}})",
+                     R"({"answer-friend-finder": {"outcome": "returned"}})",
                      "no friend finder is open; put an \"add-friend\" of a gaming login before this answer"},
-        Unanswerable{"GameRequest", R"({"answer-game-request": {"outcome": "closed"}})",
-                     "no such game request is open; put a \"send-message\" of type 10003 before this answer"},
-        Unanswerable{"Share", R"({"answer-share": {"outcome": "completed"}})",
+        Unanswerable{"GameRequest",
+                     R"({"send-message": {"methodID": 1, "seqID": "i", "observer": 1, "type": "invitation"}})",
+                     R"({"answer-game-request": {"outcome": "closed"}})",
+                     "no such game request is open; put a \"send-message\" of type \"invitation\" before this answer"},
+        Unanswerable{"Share", kRefusedShare, R"({"answer-share": {"outcome": "completed"}})",
                      "no such dialog is open; put a \"share\" or a \"send-message\" before this answer"},
-        Unanswerable{"Prompt", R"({"answer-photo-prompt": {"permission": "denied"}})",
+        Unanswerable{"Prompt", kRefusedShare, R"({"answer-photo-prompt": {"permission": "denied"}})",
                      "nobody has asked for the photo library; put a \"share\" of a video before this answer"},
-        Unanswerable{"Saving", R"({"finish-saving": {"outcome": "saved"}})",
+        Unanswerable{"Saving", kRefusedShare, R"({"finish-saving": {"outcome": "saved"}})",
                      "nothing is being saved; put a \"share\" of a video file before this answer"},
-        Unanswerable{"ImageUpload", R"({"answer-image-upload": {"outcome": "uploaded", "photoID": "7"}})",
+        Unanswerable{"ImageUpload", kRefusedShare,
+                     R"({"answer-image-upload": {"outcome": "uploaded", "photoID": "7"}})",
                      "no such image is being uploaded; put a \"share\" of an image with a gaming login before this "
                      "answer"},
-        Unanswerable{"Progress", R"({"upload-progress": {"sent": 1, "expected": 2}})",
+        Unanswerable{"Progress", kRefusedShare, R"({"upload-progress": {"sent": 1, "expected": 2}})",
                      "no such video is being uploaded; put a \"share\" of a video with a gaming login before this "
                      "step"},
-        Unanswerable{"VideoUpload", R"({"answer-video-upload": {"outcome": "server-refused"}})",
+        Unanswerable{"VideoUpload", kRefusedShare, R"({"answer-video-upload": {"outcome": "server-refused"}})",
                      "no such video is being uploaded, or its upload never ends; put a \"share\" of a video with a "
                      "gaming login before this answer"}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(VornSimTest, FilesOfAScenarioAreLookedForBesideIt) {
-    std::filesystem::copy_file(std::string(VORN_SCENARIOS) + "/../media/picture.png", PathOf("mine.png"));
+// ---- Worlds
+
+TEST_F(VornSimTest, FilesOfAWorldAreLookedForBesideIt) {
+    std::filesystem::copy_file(std::string(VORN_WORLDS) + "/../media/picture.png", PathOf("mine.png"));
 
     const ProgramResult result = RunSteps(
         R"({"share": {"methodID": 414, "seqID": "s", "observer": 1, "type": 10002, "imagePath": "mine.png"}})");
@@ -208,21 +240,61 @@ TEST_F(VornSimTest, ARemovedObserverLeavesResultsInTheCache) {
     EXPECT_THAT(result.output, HasSubstr("0 collected, 1 still wait for an observer"));
 }
 
-// ---- Bad scenarios
+// ---- Expectations
 
-TEST_F(VornSimTest, AMissingScenarioIsNamed) {
-    const ProgramResult result = Run(Write("config.json", "{}"), PathOf("none.json"));
+constexpr const char* kCancelledShare = R"(
+      {"observe": {"record": "InnerBaseRet", "observer": 31}},
+      {"share": {"methodID": 211, "seqID": "s", "observer": 31, "type": "link", "link": "https://example.com",
+                 "answers": [{"answer-share": {"outcome": "cancelled", "after": "2 s"}}]}})";
+
+TEST_F(VornSimTest, ExpectationsThatHoldEndWell) {
+    const ProgramResult result = RunSteps(
+        kCancelledShare, R"(, "expect": {"results": [{"observer": 31, "retCode": 2, "at": "2 s"}], "audit": []})");
+
+    EXPECT_EQ(result.exitStatus, 0) << result.output;
+}
+
+TEST_F(VornSimTest, AnExpectationThatDoesNotHoldIsShownWithTheNearestResultAndTheFieldThatDiffers) {
+    const ProgramResult result = RunSteps(kCancelledShare, R"(,
+  "expect": {"results": [{"observer": 31, "seqID": "s", "retCode": 0}]})");
+
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.output, HasSubstr("test.world.json:10:26"));
+    EXPECT_THAT(result.output, HasSubstr("expected: result 1: a result with observer 31, seqID \"s\", retCode 0"));
+    EXPECT_THAT(result.output, HasSubstr("found:    the nearest is result 1, whose retCode is 2 instead of 0"));
+}
+
+TEST_F(VornSimTest, WithoutOutputWhatDoesNotHoldIsToldAsAnError) {
+    const ProgramResult result = Run({"--format", "none", WorldOf(kCancelledShare, R"(, "expect": {"results": []})")});
+
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.output, IsEmpty());
+    EXPECT_THAT(result.errors, HasSubstr("expected 0 results; found one more: InnerBaseRet for observer 31"));
+}
+
+TEST_F(VornSimTest, OneWorldThatDoesNotHoldIsEnough) {
+    const std::string bad = WorldOf(kCancelledShare, R"(, "expect": {"results": []})");
+
+    EXPECT_EQ(Run({"--format", "none", bad, "share-cancelled"}).exitStatus, 1);
+    EXPECT_EQ(Run({"--format", "none", "share-cancelled", bad}).exitStatus, 1);
+}
+
+// ---- Bad worlds
+
+TEST_F(VornSimTest, AMissingWorldIsNamedWithTheNearestName) {
+    const ProgramResult result = Run({"share-canceled"});
 
     EXPECT_EQ(result.exitStatus, 2);
-    EXPECT_THAT(result.errors, HasSubstr("vornsim: " + PathOf("none.json") + ": "));
-    EXPECT_THAT(result.errors, HasSubstr("; "));
+    EXPECT_EQ(result.errors,
+              "vornsim: share-canceled: there is no such file and no shipped world of that name; did you "
+              "mean \"share-cancelled\"? `vornsim worlds` lists them\n");
     EXPECT_THAT(result.output, IsEmpty());
 }
 
-TEST_F(VornSimTest, InvalidJsonInAScenarioIsShownAtItsPlace) {
-    const std::string path = Write("bad.json", "{\n  \"title\": \"t\",\n  \"steps\": [}\n");
+TEST_F(VornSimTest, InvalidJsonInAWorldIsShownAtItsPlace) {
+    const std::string path = Write("bad.json", "{\n  \"question\": \"t\",\n  \"steps\": [}\n");
 
-    const ProgramResult result = Run(Write("config.json", "{}"), path);
+    const ProgramResult result = Run({path});
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_THAT(result.errors, HasSubstr("vornsim: " + path + ":3:13: "));
@@ -230,23 +302,51 @@ TEST_F(VornSimTest, InvalidJsonInAScenarioIsShownAtItsPlace) {
 }
 
 TEST_F(VornSimTest, ABadStepIsShownAtItsPlaceAndNothingIsRun) {
-    const ProgramResult result = RunSteps("    {\"note\": \"played\"},\n    {\"logn\": {}}");
+    const ProgramResult result = RunSteps("    {\"note\": \"played\"},\n    {\"shar\": {}}");
+
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, StartsWith("vornsim: " + PathOf("test.world.json") +
+                                          ":6:6: steps[1].shar: unknown step \"shar\"; did you mean \"share\"? "));
+    EXPECT_THAT(result.output, IsEmpty());
+}
+
+TEST_F(VornSimTest, ABadWorldAmongGoodOnesLetsNothingRun) {
+    const ProgramResult result = Run({"share-cancelled", Write("bad.json", "{}")});
+
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.output, IsEmpty());
+}
+
+TEST_F(VornSimTest, AWorldOfManyMegabytesIsRefused) {
+    const std::string path = Write("great.world.json", std::string(size_t{17} * 1024 * 1024, ' '));
+
+    const ProgramResult result = Run({path});
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_EQ(result.errors,
-              "vornsim: " + PathOf("test.scenario.json") +
-                  ":5:6: unknown step \"logn\"; use one of note, configure, sdk-version, observe, "
-                  "remove-observer, login, answer-login, logout, commit, collect, launch, open-url, activate, "
-                  "init-stat, report, player, profile, apps, queries-schemes, photo-permission, answer-photo-prompt, "
-                  "send-message, share, add-friend, query-friends, answer-friend-finder, answer-game-request, "
-                  "answer-share, finish-saving, answer-image-upload, upload-progress, answer-video-upload\n");
-    EXPECT_THAT(result.output, IsEmpty());
+              "vornsim: " + path + ": is greater than 16 MiB; use \"repeat\" instead of writing steps again\n");
+}
+
+TEST_F(VornSimTest, ADeeplyNestedWorldIsRefused) {
+    const std::string path = Write("deep.world.json", std::string(100000, '['));
+
+    const ProgramResult result = Run({path});
+
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, HasSubstr("nested more than 512 deep"));
+}
+
+TEST_F(VornSimTest, AFolderIsNoWorld) {
+    const ProgramResult result = Run({"/tmp"});
+
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, HasSubstr("/tmp: is not a file; "));
 }
 
 // ---- Bad configurations, a bad plugin, a bad command line
 
 TEST_F(VornSimTest, AMissingConfigurationIsNamedAndNothingIsRun) {
-    const ProgramResult result = Run(PathOf("none.json"), std::string(VORN_SCENARIOS) + "/tour.scenario.json");
+    const ProgramResult result = Run({"--config", PathOf("none.json"), "share-cancelled"});
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_THAT(result.errors, HasSubstr("vornsim: " + PathOf("none.json") + ": "));
@@ -256,7 +356,7 @@ TEST_F(VornSimTest, AMissingConfigurationIsNamedAndNothingIsRun) {
 TEST_F(VornSimTest, AConfigurationWithAWrongTypeIsShownAtItsPlace) {
     const std::string config = Write("config.json", "{\n  \"FACEBOOK_APP_ID\": 12\n}");
 
-    const ProgramResult result = Run(config, std::string(VORN_SCENARIOS) + "/tour.scenario.json");
+    const ProgramResult result = Run({"--config", config, "share-cancelled"});
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_THAT(result.errors, HasSubstr("vornsim: " + config + ":2:22: "));
@@ -267,7 +367,7 @@ TEST_F(VornSimTest, AConfigurationWithAWrongTypeIsShownAtItsPlace) {
 TEST_F(VornSimTest, AConfigurationThatIsNotJsonIsShownAtItsPlace) {
     const std::string config = Write("config.json", "FACEBOOK_APP_ID=12");
 
-    const ProgramResult result = Run(config, std::string(VORN_SCENARIOS) + "/tour.scenario.json");
+    const ProgramResult result = Run({"--config", config, "share-cancelled"});
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_THAT(result.errors, HasSubstr("vornsim: " + config + ":1:1: "));
@@ -275,23 +375,25 @@ TEST_F(VornSimTest, AConfigurationThatIsNotJsonIsShownAtItsPlace) {
 }
 
 TEST_F(VornSimTest, WithoutAPluginOptionThePluginOfTheSameBuildIsLoaded) {
-    const std::string scenario = Write("one.scenario.json", R"({"title": "t", "steps": [{"init-stat": {}}]})");
-
-    const ProgramResult result = RunProgram({VORN_SIM, "run", "--config", Write("config.json", "{}"), scenario});
+    const ProgramResult result = RunProgram({VORN_SIM, "run", WorldOf(R"({"init-stat": {}})")});
 
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_THAT(result.output, HasSubstr("Facebook Report init"));
 }
 
 TEST_F(VornSimTest, AMissingPluginIsNamedAndNothingIsRun) {
-    const std::string scenarios = VORN_SCENARIOS;
-
-    const ProgramResult result = RunProgram({VORN_SIM, "run", "--plugin", PathOf("libNone.so"), "--config",
-                                             scenarios + "/tour.config.json", scenarios + "/tour.scenario.json"});
+    const ProgramResult result = RunProgram({VORN_SIM, "run", "--plugin", PathOf("libNone.so"), "share-cancelled"});
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_THAT(result.errors, HasSubstr(PathOf("libNone.so")));
     EXPECT_THAT(result.output, IsEmpty());
+}
+
+TEST_F(VornSimTest, ABadSeedIsRefused) {
+    const ProgramResult result = Run({"--seed", "one", "share-cancelled"});
+
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, HasSubstr("\"one\" is no seed; use an integer from 0 on, or random"));
 }
 
 TEST_F(VornSimTest, AnUnknownOptionIsRefused) {
@@ -299,6 +401,56 @@ TEST_F(VornSimTest, AnUnknownOptionIsRefused) {
 
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_THAT(result.errors, Not(IsEmpty()));
+}
+
+TEST_F(VornSimTest, WithoutATerminalThereIsNoColour) {
+    EXPECT_THAT(Run({"share-cancelled"}).output, Not(HasSubstr("\x1b")));
+}
+
+// ---- Other commands
+
+TEST_F(VornSimTest, TheShippedWorldsAreListedWithTheirQuestions) {
+    const ProgramResult text = RunProgram({VORN_SIM, "worlds"});
+    const ProgramResult json = RunProgram({VORN_SIM, "worlds", "--format", "json"});
+
+    EXPECT_EQ(text.exitStatus, 0) << text.errors;
+    EXPECT_THAT(text.output, HasSubstr("share-cancelled "));
+    EXPECT_THAT(json.output, StartsWith(R"({"format":1,"worlds":[)"));
+    EXPECT_THAT(json.output, HasSubstr(R"("name":"share-cancelled")"));
+}
+
+TEST_F(VornSimTest, ANewWorldCanBePlayedAndHolds) {
+    const ProgramResult written = RunProgram({VORN_SIM, "new", PathOf("mine")});
+    const ProgramResult played = Run({PathOf("mine.world.json")});
+
+    EXPECT_EQ(written.exitStatus, 0) << written.errors;
+    EXPECT_EQ(played.exitStatus, 0) << played.output;
+}
+
+TEST_F(VornSimTest, ANewWorldReplacesNothing) {
+    const std::string path = Write("mine.world.json", "precious");
+
+    const ProgramResult result = RunProgram({VORN_SIM, "new", PathOf("mine")});
+
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, HasSubstr(path + ": File exists; choose another name"));
+    EXPECT_EQ(ReadFile(path), "precious");
+}
+
+TEST_F(VornSimTest, AResultIsExplained) {
+    const ProgramResult result = RunProgram({VORN_SIM, "explain", "211", "15"});
+
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("fbauth2"));
+}
+
+TEST_F(VornSimTest, TheDoctorReadsAnInfoPlist) {
+    const std::string path = Write("Info.plist", "<plist version=\"1.0\"><dict/></plist>");
+
+    const ProgramResult result = RunProgram({VORN_SIM, "doctor", path});
+
+    EXPECT_EQ(result.exitStatus, 1) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("FacebookAppID"));
 }
 
 TEST_F(VornSimTest, HelpAndVersionAreNoErrors) {

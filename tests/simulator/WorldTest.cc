@@ -1,6 +1,6 @@
-// Scenario files: every step with all it can say, and how a file that cannot be used is refused.
+// World files: every step with all it can say, and how a file that cannot be used is refused.
 
-#include "ScenarioTest.h"
+#include "WorldTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,44 +20,44 @@ using ::testing::SizeIs;
 
 // ---- Good files
 
-TEST_F(ScenarioTest, TitleAndStepsAreReadInOrder) {
+TEST_F(WorldTest, QuestionAndStepsAreReadInOrder) {
     LocatedError error;
 
-    const auto scenario =
-        Load(R"({"steps": [{"note": "first"}, {"collect": {}}, {"note": "last"}], "title": "A title"})", error);
+    const auto world =
+        Load(R"({"steps": [{"note": "first"}, {"collect": {}}, {"note": "last"}], "question": "A question"})", error);
 
-    ASSERT_TRUE(scenario.has_value()) << error.text();
-    EXPECT_EQ(scenario->title, "A title");
-    ASSERT_THAT(scenario->steps, SizeIs(3));
-    EXPECT_EQ(std::get<NoteStep>(scenario->steps[0]).text, "first");
-    EXPECT_TRUE(std::holds_alternative<CollectStep>(scenario->steps[1]));
-    EXPECT_EQ(std::get<NoteStep>(scenario->steps[2]).text, "last");
+    ASSERT_TRUE(world.has_value()) << error.text();
+    EXPECT_EQ(world->question, "A question");
+    ASSERT_THAT(world->steps, SizeIs(3));
+    EXPECT_EQ(std::get<NoteStep>(world->steps[0].action).text, "first");
+    EXPECT_TRUE(std::holds_alternative<CollectStep>(world->steps[1].action));
+    EXPECT_EQ(std::get<NoteStep>(world->steps[2].action).text, "last");
 }
 
-TEST_F(ScenarioTest, AScenarioMayHaveNoSteps) {
+TEST_F(WorldTest, AWorldMayHaveNoSteps) {
     LocatedError error;
 
-    const auto scenario = Load(R"({"title": "t", "steps": []})", error);
+    const auto world = Load(R"({"question": "t", "steps": []})", error);
 
-    ASSERT_TRUE(scenario.has_value()) << error.text();
-    EXPECT_THAT(scenario->steps, IsEmpty());
+    ASSERT_TRUE(world.has_value()) << error.text();
+    EXPECT_THAT(world->steps, IsEmpty());
 }
 
-TEST_F(ScenarioTest, ConfigureTakesAnyKeys) {
+TEST_F(WorldTest, ConfigureTakesAnyKeys) {
     const auto step = TheStep<ConfigureStep>(R"({"configure": {"FACEBOOK_LOGIN_MODE": "Game", "OTHER": ""}})");
 
     EXPECT_THAT(step.values, ElementsAre(Pair("FACEBOOK_LOGIN_MODE", "Game"), Pair("OTHER", "")));
 }
 
-TEST_F(ScenarioTest, TheSdkMayHaveAVersionOrNone) {
+TEST_F(WorldTest, TheSdkMayHaveAVersionOrNone) {
     EXPECT_EQ(TheStep<SDKVersionStep>(R"({"sdk-version": "6.4.0"})").version, "6.4.0");
     EXPECT_EQ(TheStep<SDKVersionStep>(R"({"sdk-version": null})").version, std::nullopt);
 }
 
-TEST_F(ScenarioTest, ObserversHaveARecordAndAnIDOf32Bits) {
+TEST_F(WorldTest, ObserversHaveARecordAndAnIDOf32Bits) {
     const auto observe = TheStep<ObserveStep>(R"({"observe": {"record": "InnerFriendRet", "observer": 4294967295}})");
-    const auto remove =
-        TheStep<RemoveObserverStep>(R"({"remove-observer": {"record": "InnerLoginRet", "observer": 0}})");
+    const auto remove = TheStep<RemoveObserverStep>(R"({"observe": {"record": "InnerLoginRet", "observer": 0}},
+            {"remove-observer": {"record": "InnerLoginRet", "observer": 0}})");
 
     EXPECT_EQ(observe.record, RecordType::kFriend);
     EXPECT_EQ(observe.observerID, 4294967295u);
@@ -65,7 +65,7 @@ TEST_F(ScenarioTest, ObserversHaveARecordAndAnIDOf32Bits) {
     EXPECT_EQ(remove.observerID, 0u);
 }
 
-TEST_F(ScenarioTest, ALoginHasAllItsParameters) {
+TEST_F(WorldTest, ALoginHasAllItsParameters) {
     const auto step = TheStep<LoginStep>(R"({"login": {"methodID": -2147483648, "seqID": "s", "channel": "c",
         "subChannel": "Game", "extraJson": "{}", "permissions": "a,b"}})");
 
@@ -77,7 +77,7 @@ TEST_F(ScenarioTest, ALoginHasAllItsParameters) {
     EXPECT_EQ(step.params.permissions, "a,b");
 }
 
-TEST_F(ScenarioTest, ALogoutHasParametersWithoutPermissions) {
+TEST_F(WorldTest, ALogoutHasParametersWithoutPermissions) {
     const auto step = TheStep<LogoutStep>(R"({"logout": {"methodID": 2147483647, "seqID": "s"}})");
 
     EXPECT_EQ(step.params.methodID, 2147483647);
@@ -85,33 +85,33 @@ TEST_F(ScenarioTest, ALogoutHasParametersWithoutPermissions) {
     EXPECT_EQ(step.params.subChannel, "");
 }
 
-TEST_F(ScenarioTest, AnAnswerHasWhatItsOutcomeNeeds) {
+TEST_F(WorldTest, AnAnswerHasWhatItsOutcomeNeeds) {
     using Outcome = AnswerLoginStep::Outcome;
 
-    const auto success = TheStep<AnswerLoginStep>(
+    const auto success = TheAnswer<AnswerLoginStep>(
         R"({"answer-login": {"outcome": "success", "token": "t", "graphDomain": "gaming", "thread": "background"}})");
-    const auto error = TheStep<AnswerLoginStep>(
+    const auto error = TheAnswer<AnswerLoginStep>(
         R"({"answer-login": {"outcome": "error", "domain": "d", "code": -9007199254740993, "message": "m"}})");
-    const auto message =
-        TheStep<AnswerLoginStep>(R"({"answer-login": {"outcome": "error-message", "message": "m", "thread": "main"}})");
+    const auto message = TheAnswer<AnswerLoginStep>(
+        R"({"answer-login": {"outcome": "error-message", "message": "m", "thread": "main"}})");
 
     EXPECT_EQ(success.outcome, Outcome::kSuccess);
     EXPECT_EQ(success.token, "t");
     EXPECT_EQ(success.graphDomain, "gaming");
-    EXPECT_TRUE(success.background);
+    EXPECT_TRUE(success.manner.background);
     EXPECT_EQ(error.outcome, Outcome::kError);
     EXPECT_EQ(error.domain, "d");
     EXPECT_EQ(error.code, -9007199254740993);
     EXPECT_EQ(error.message, "m");
     EXPECT_EQ(message.outcome, Outcome::kErrorMessage);
     EXPECT_EQ(message.message, "m");
-    EXPECT_FALSE(message.background);
+    EXPECT_FALSE(message.manner.background);
 }
 
-TEST_F(ScenarioTest, EveryOutcomeHasAName) {
+TEST_F(WorldTest, EveryOutcomeHasAName) {
     using Outcome = AnswerLoginStep::Outcome;
     const auto outcome = [this](const std::string& name) {
-        return TheStep<AnswerLoginStep>("{\"answer-login\": {\"outcome\": \"" + name + "\"}}").outcome;
+        return TheAnswer<AnswerLoginStep>("{\"answer-login\": {\"outcome\": \"" + name + "\"}}").outcome;
     };
 
     EXPECT_EQ(outcome("limited"), Outcome::kLimited);
@@ -120,7 +120,7 @@ TEST_F(ScenarioTest, EveryOutcomeHasAName) {
     EXPECT_EQ(outcome("browser-not-opened"), Outcome::kBrowserNotOpened);
 }
 
-TEST_F(ScenarioTest, ACommitHasObserverRequestAndCode) {
+TEST_F(WorldTest, ACommitHasObserverRequestAndCode) {
     const auto step = TheStep<CommitStep>(R"({"commit": {"observer": 107, "seqID": "s", "code": 9999}})");
 
     EXPECT_EQ(step.observerID, 107u);
@@ -128,7 +128,7 @@ TEST_F(ScenarioTest, ACommitHasObserverRequestAndCode) {
     EXPECT_EQ(step.code, 9999);
 }
 
-TEST_F(ScenarioTest, LaunchesAndURLOpensHaveAnAnswerOfTheGame) {
+TEST_F(WorldTest, LaunchesAndURLOpensHaveAnAnswerOfTheGame) {
     const auto launch = TheStep<LaunchStep>(R"({"launch": {"url": "fb1://x", "game": "NO"}})");
     const auto plain = TheStep<LaunchStep>(R"({"launch": {}})");
     const auto open = TheStep<OpenURLStep>(R"({"open-url": {"url": "fb1://x", "source": "a", "method": "source"}})");
@@ -143,12 +143,12 @@ TEST_F(ScenarioTest, LaunchesAndURLOpensHaveAnAnswerOfTheGame) {
     EXPECT_TRUE(open.answer);
 }
 
-TEST_F(ScenarioTest, ActivationAndStartOfReportingHaveNoMembers) {
+TEST_F(WorldTest, ActivationAndStartOfReportingHaveNoMembers) {
     TheStep<ActivateStep>(R"({"activate": {}})");
     TheStep<InitStatStep>(R"({"init-stat": {}})");
 }
 
-TEST_F(ScenarioTest, AnEventHasParametersOfEveryScalarType) {
+TEST_F(WorldTest, AnEventHasParametersOfEveryScalarType) {
     const auto step = TheStep<ReportStep>(R"({"report": {"event": "e", "seqID": "s", "extra": "x", "realtime": true,
         "params": {"text": "t", "integer": -9007199254740993, "number": 0.5, "flag": false, "nothing": null}}})");
 
@@ -165,53 +165,53 @@ TEST_F(ScenarioTest, AnEventHasParametersOfEveryScalarType) {
     EXPECT_TRUE(std::holds_alternative<std::nullptr_t>(step.params.at("nothing")));
 }
 
-TEST_F(ScenarioTest, AnEventMayHaveNoParametersOrEmptyOnes) {
+TEST_F(WorldTest, AnEventMayHaveNoParametersOrEmptyOnes) {
     EXPECT_FALSE(TheStep<ReportStep>(R"({"report": {"event": "e", "seqID": "s"}})").hasParams);
     EXPECT_TRUE(TheStep<ReportStep>(R"({"report": {"event": "e", "seqID": "s", "params": {}}})").hasParams);
 }
 
 // ---- Bad files
 
-TEST_F(ScenarioTest, AMissingFileIsNamed) {
+TEST_F(WorldTest, AMissingFileIsNamed) {
     LocatedError error;
 
-    const auto scenario = LoadScenario(Path(), error);
+    const auto world = LoadWorld(Path(), error);
 
-    EXPECT_FALSE(scenario.has_value());
+    EXPECT_FALSE(world.has_value());
     EXPECT_THAT(error.text(), HasSubstr(Path() + ": "));
     EXPECT_THAT(error.remedy, Not(IsEmpty()));
 }
 
-TEST_F(ScenarioTest, AFileThatIsNotJsonIsShownAtItsPlace) {
+TEST_F(WorldTest, AFileThatIsNotJsonIsShownAtItsPlace) {
     LocatedError error;
 
-    const auto scenario = Load("{\n  \"title\": \"t\",\n  \"steps\": [}\n", error);
+    const auto world = Load("{\n  \"question\": \"t\",\n  \"steps\": [}\n", error);
 
-    EXPECT_FALSE(scenario.has_value());
+    EXPECT_FALSE(world.has_value());
     EXPECT_THAT(error.text(), HasSubstr(Path() + ":3:13: "));
 }
 
-TEST_F(ScenarioTest, AMissingMemberOfTheScenarioIsNamed) {
+TEST_F(WorldTest, AMissingMemberOfTheWorldIsNamed) {
     LocatedError noSteps;
-    LocatedError noTitle;
+    LocatedError noQuestion;
 
-    EXPECT_FALSE(Load(R"({"title": "t"})", noSteps).has_value());
-    EXPECT_FALSE(Load(R"({"steps": []})", noTitle).has_value());
+    EXPECT_FALSE(Load(R"({"question": "t"})", noSteps).has_value());
+    EXPECT_FALSE(Load(R"({"steps": []})", noQuestion).has_value());
 
     EXPECT_THAT(noSteps.text(), HasSubstr(":1:1: "));
     EXPECT_THAT(noSteps.text(), HasSubstr("\"steps\""));
-    EXPECT_THAT(noTitle.text(), HasSubstr("\"title\""));
+    EXPECT_THAT(noQuestion.text(), HasSubstr("\"question\""));
 }
 
-TEST_F(ScenarioTest, AnUnknownMemberOfTheScenarioIsShownAtItsPlace) {
+TEST_F(WorldTest, AnUnknownMemberOfTheWorldIsShownAtItsPlace) {
     LocatedError error;
 
-    EXPECT_FALSE(Load(R"({"title": "t", "steps": [], "stepz": []})", error).has_value());
+    EXPECT_FALSE(Load(R"({"question": "t", "steps": [], "stepz": []})", error).has_value());
 
-    EXPECT_THAT(error.text(), HasSubstr(":1:29: "));
+    EXPECT_THAT(error.text(), HasSubstr(":1:32: stepz: the key \"stepz\" is not known; did you mean \"steps\"? "));
 }
 
-TEST_F(ScenarioTest, TheFirstErrorIsTold) {
+TEST_F(WorldTest, TheFirstErrorIsTold) {
     LocatedError error;
 
     EXPECT_FALSE(Load(StepsOf("{\"note\": 1},\n{\"note\": 2}"), error).has_value());
@@ -230,12 +230,13 @@ void PrintTo(const BadStep& bad, std::ostream* out) {
     *out << bad.name;
 }
 
-class BadStepTest : public ScenarioTest, public ::testing::WithParamInterface<BadStep> {};
+class BadStepTest : public WorldTest, public ::testing::WithParamInterface<BadStep> {};
 
 INSTANTIATE_TEST_SUITE_P(
     Steps, BadStepTest,
     ::testing::Values(
-        BadStep{"UnknownStep", R"({"logn": {}})", "4:2", "unknown step \"logn\"; use one of note, configure, "},
+        BadStep{"UnknownStep", R"({"logn": {}})", "4:2",
+                "unknown step \"logn\"; did you mean \"login\"? use one of note, info-plist, configure, "},
         BadStep{"NoObject", R"("login")", "4:1", "a step"},
         BadStep{"NoMember", R"({})", "4:1", "a step has 0 members; write one object per step"},
         BadStep{"TwoMembers", R"({"note": "a", "collect": {}})", "4:1",
@@ -271,7 +272,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "unknown player \"guest\"; use one of nobody, facebook, gaming"},
         BadStep{"PlayerThatIsNoText", R"({"player": 1})", "4:12", "\"player\""},
         BadStep{"UnknownProfile", R"({"profile": "16.0"})", "4:13",
-                "unknown profile \"16.0\"; use one of 15.0, 17.0, 18.0, 18.1, as-documented"},
+                "unknown profile \"16.0\"; did you mean \"15.0\"? use one of 15.0, 17.0, 18.0, 18.1, as-documented"},
         BadStep{"UnknownApp", R"({"apps": {"whatsapp": true}})", "4:11", "\"whatsapp\""},
         BadStep{"AppThatIsNoFlag", R"({"apps": {"facebook": 1}})", "4:23", "\"facebook\""},
         BadStep{"SchemesThatAreNoList", R"({"queries-schemes": "fbapi"})", "4:21", "\"queries-schemes\""},
@@ -302,9 +303,9 @@ TEST_P(BadStepTest, IsShownAtItsPlaceWithARemedy) {
     const BadStep& bad = GetParam();
     LocatedError error;
 
-    const auto scenario = Load(StepsOf(bad.steps), error);
+    const auto world = Load(StepsOf(bad.steps), error);
 
-    EXPECT_FALSE(scenario.has_value());
+    EXPECT_FALSE(world.has_value());
     EXPECT_EQ(std::to_string(error.line) + ":" + std::to_string(error.column), bad.position);
     EXPECT_THAT(error.message + "; " + error.remedy, HasSubstr(bad.message));
     EXPECT_EQ(error.file, Path());

@@ -1,0 +1,158 @@
+#include "RunCommand.h"
+
+#include "ShippedWorlds.h"
+#include "Simulation.h"
+#include "VornConfig.h"
+
+#import <Foundation/Foundation.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+namespace Tarvik::Vorn::Simulator {
+namespace {
+
+constexpr uint64_t kProgressInterval = 1000; // Steps.
+
+int Reject(const std::string& message) {
+    std::fprintf(stderr, "vornsim: %s\n", message.c_str());
+    return kBadInput;
+}
+
+// Loads all worlds. Empty with the error printed when one cannot be used.
+std::vector<World> LoadWorlds(const std::vector<std::string>& names) {
+    std::vector<World> worlds;
+    for (const std::string& name : names) {
+        std::string error;
+        const std::string path = FindWorld(name, error);
+        if (path.empty()) {
+            Reject(error);
+            return {};
+        }
+        LocatedError located;
+        std::optional<World> world = LoadWorld(path, located);
+        if (!world) {
+            Reject(located.text());
+            return {};
+        }
+        worlds.push_back(std::move(*world));
+    }
+    return worlds;
+}
+
+// One line on a terminal that tells how far a long run has come.
+class Progress {
+public:
+    explicit Progress(bool isTerminal) : mIsTerminal(isTerminal) {}
+    ~Progress() {
+        if (mIsShown) {
+            std::fputs("\r\033[K", stderr);
+        }
+    }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void Tell(const std::string& world, uint64_t played) {
+        if (mIsTerminal && played % kProgressInterval == 0) {
+            mIsShown = true;
+            std::fprintf(stderr, "\r%s: %llu steps", world.c_str(), static_cast<unsigned long long>(played));
+        }
+    }
+
+private:
+    bool mIsTerminal;
+    bool mIsShown = false;
+};
+
+void Print(const std::vector<RunReport>& reports, const RunOptions& options) {
+    switch (options.format) {
+    case OutputFormat::kText:
+        PrintText(reports, {options.order, WantsColor(stdout)}, stdout);
+        break;
+    case OutputFormat::kJson:
+        PrintJson(reports, stdout);
+        break;
+    case OutputFormat::kHtml:
+        PrintHtml(reports, stdout);
+        break;
+    case OutputFormat::kNone:
+        break;
+    }
+}
+
+// Without a timeline only what went wrong is told.
+void PrintProblems(const RunReport& report) {
+    if (!report.problem.empty()) {
+        std::fprintf(stderr, "vornsim: %s: %s\n", report.name.c_str(), report.problem.c_str());
+    }
+    for (const Mismatch& mismatch : report.mismatches) {
+        std::fprintf(stderr, "vornsim: %s:%zu:%zu: expected %s; found %s\n", report.path.c_str(), mismatch.line,
+                     mismatch.column, mismatch.expected.c_str(), mismatch.found.c_str());
+    }
+}
+
+// Plays the worlds one after the other. `tellsProblems`: what does not hold is told at once, and the reports stay empty.
+// False when some world does not hold.
+bool PlayAll(const std::vector<World>& worlds, SimulationOptions how, bool tellsProblems,
+             std::vector<RunReport>& reports) {
+    Progress progress(isatty(STDERR_FILENO) == 1); // Its line is gone when this returns.
+    const std::filesystem::path start = std::filesystem::current_path();
+    bool holds = true;
+    for (const World& world : worlds) {
+        // Files that a world names are beside it.
+        std::filesystem::current_path(std::filesystem::absolute(world.path).parent_path());
+        how.played = [&progress, &world](uint64_t played) { progress.Tell(world.name, played); };
+        @autoreleasepool {
+            reports.push_back(PlayWorld(world, how));
+        }
+        std::filesystem::current_path(start);
+        holds = holds && reports.back().Holds();
+        if (tellsProblems) {
+            PrintProblems(reports.back());
+            reports.back() = {};
+        }
+    }
+    return holds;
+}
+
+} // namespace
+
+bool WantsColor(std::FILE* out) {
+    const char* const terminal = std::getenv("TERM");
+    const char* const noColor = std::getenv("NO_COLOR");
+    return (noColor == nullptr || *noColor == '\0') && terminal != nullptr && std::strcmp(terminal, "dumb") != 0 &&
+           isatty(fileno(out)) == 1;
+}
+
+int RunWorlds(const RunOptions& options) {
+    const std::vector<World> worlds =
+        LoadWorlds(options.worlds.empty() ? std::vector<std::string>(kTour.begin(), kTour.end()) : options.worlds);
+    if (worlds.empty()) {
+        return kBadInput;
+    }
+    const std::string config =
+        options.config.empty() ? options.config : std::filesystem::absolute(options.config).string();
+    if (!config.empty()) {
+        if (const std::optional<LocatedError> badConfig = LoadConfigFile(config)) {
+            return Reject(badConfig->text());
+        }
+    }
+    if (const std::string problem = LoadChannel(options.plugin); !problem.empty()) {
+        return Reject(problem);
+    }
+
+    SimulationOptions how;
+    how.seed = options.seed;
+    how.showTokens = options.showTokens;
+    how.keepsTimeline = options.format != OutputFormat::kNone;
+    how.config = config;
+    std::vector<RunReport> reports;
+    const bool holds = PlayAll(worlds, how, options.format == OutputFormat::kNone, reports);
+    Print(reports, options);
+    return holds ? kGood : kNotGood;
+}
+
+} // namespace Tarvik::Vorn::Simulator

@@ -1,0 +1,18 @@
+// The tree of names in which a Mach-O image says what it exports. Plain C++, any thread.
+#pragma once
+
+#include "ByteReader.h"
+
+#include <functional>
+#include <set>
+#include <string>
+
+namespace Tarvik::Vorn::Simulator::Doctor {
+
+using SymbolNames = std::set<std::string, std::less<>>;
+
+// The names in the tree that `trie` reads; empty for an empty one. A tree that leads outside, into a loop, or to names
+// that are longer together than any library's fails in `trie`.
+SymbolNames ReadExportTrie(ByteReader& trie);
+
+} // namespace Tarvik::Vorn::Simulator::Doctor
