@@ -40,6 +40,9 @@ protected:
     static constexpr const char* kGamingPlayer = R"("setting": {"player": "gaming"}, )";
 };
 
+// The path of a file of simulator/media.
+std::string MediaFile(const std::string& name);
+
 // A share of a link for observer 31. `more` are further members, each with a comma before it.
 inline std::string ShareStep(const std::string& seqID, const std::string& answers = "", const std::string& more = "") {
     return R"({"share": {"methodID": 211, "seqID": ")" + seqID +
@@ -50,13 +53,13 @@ inline std::string ShareStep(const std::string& seqID, const std::string& answer
 // A share of a video file for observer 31, which is saved first.
 inline std::string VideoStep(const std::string& seqID, const std::string& answers = "") {
     return R"({"share": {"methodID": 211, "seqID": ")" + seqID +
-           R"(", "observer": 31, "type": "video", "mediaPath": ")" + VORN_MEDIA +
-           R"(/clip.mp4", "extraJson": "{\"isAssetURL\":false}", "answers": [)" + answers + "]}}";
+           R"(", "observer": 31, "type": "video", "mediaPath": ")" + MediaFile("clip.mp4") +
+           R"(", "extraJson": "{\"isAssetURL\":false}", "answers": [)" + answers + "]}}";
 }
 
 inline std::string ImageStep(const std::string& seqID, const std::string& answers = "") {
     return R"({"share": {"methodID": 211, "seqID": ")" + seqID +
-           R"(", "observer": 31, "type": "image", "imagePath": ")" + VORN_MEDIA + R"(/picture.png", "answers": [)" +
+           R"(", "observer": 31, "type": "image", "imagePath": ")" + MediaFile("picture.png") + R"(", "answers": [)" +
            answers + "]}}";
 }
 
