@@ -57,8 +57,6 @@ void ReadErrorAndManner(StepReader& reader, const JsonValue& value, std::string_
     step.manner = ReadManner(reader, value, index);
 }
 
-} // namespace
-
 Action MakeAnswerLogin(StepReader& reader, const JsonValue& value) {
     using Outcome = AnswerLoginStep::Outcome;
     AnswerLoginStep step;
@@ -206,19 +204,24 @@ Action MakeAnswerVideoUpload(StepReader& reader, const JsonValue& value) {
     return step;
 }
 
-namespace {
+} // namespace
 
-constexpr std::pair<std::string_view, Maker> kAnswerMakers[] = {
-    {"answer-login", &MakeAnswerLogin},
-    {"answer-friend-finder", &MakeAnswerFriendFinder},
-    {"answer-game-request", &MakeAnswerGameRequest},
-    {"answer-share", &MakeAnswerShare},
-    {"answer-photo-prompt", &MakeAnswerPhotoPrompt},
-    {"finish-saving", &MakeFinishSaving},
-    {"answer-image-upload", &MakeAnswerImageUpload},
-    {"upload-progress", &MakeUploadProgress},
-    {"answer-video-upload", &MakeAnswerVideoUpload},
-};
+const std::vector<NamedMaker>& AnswerMakers() {
+    static const std::vector<NamedMaker> makers{
+        {"answer-login", &MakeAnswerLogin},
+        {"answer-friend-finder", &MakeAnswerFriendFinder},
+        {"answer-game-request", &MakeAnswerGameRequest},
+        {"answer-share", &MakeAnswerShare},
+        {"answer-photo-prompt", &MakeAnswerPhotoPrompt},
+        {"finish-saving", &MakeFinishSaving},
+        {"answer-image-upload", &MakeAnswerImageUpload},
+        {"upload-progress", &MakeUploadProgress},
+        {"answer-video-upload", &MakeAnswerVideoUpload},
+    };
+    return makers;
+}
+
+namespace {
 
 // The answer in a step that is one; empty for any other.
 std::optional<Answer> AnswerIn(Action action) {
@@ -233,29 +236,15 @@ std::optional<Answer> AnswerIn(Action action) {
         std::move(action));
 }
 
-// The only member of an object that names what it is; null with an error when there is another number of them.
-const JsonMember* OnlyMember(StepReader& reader, const JsonValue& value) {
-    if (reader.Failed() ||
-        !reader.Check(reader.document().Expect(value, JsonKind::kObject, "an answer", reader.error()))) {
-        return nullptr;
-    }
-    if (value.AsObject()->size() != 1) {
-        reader.Fail(value, "an answer has " + std::to_string(value.AsObject()->size()) + " members",
-                    "write one object per answer with the answer's name as its only key");
-        return nullptr;
-    }
-    return &value.AsObject()->front();
-}
-
 void AddAnswer(StepReader& reader, const JsonValue& value, std::vector<Answer>& answers) {
-    const JsonMember* const member = OnlyMember(reader, value);
+    const JsonMember* const member = reader.OnlyMember(value, "answer");
     if (member == nullptr) {
         return;
     }
     std::vector<std::string_view> names;
-    for (const auto& [name, make] : kAnswerMakers) {
-        if (member->key == name) {
-            if (std::optional<Answer> answer = AnswerIn(make(reader, member->value))) {
+    for (const NamedMaker& maker : AnswerMakers()) {
+        if (member->key == maker.name) {
+            if (std::optional<Answer> answer = AnswerIn(maker.make(reader, member->value))) {
                 answers.push_back(std::move(*answer));
             }
             for (const std::string_view key : {"of", "dialog", "upload", "prompt", "change"}) {
@@ -266,7 +255,7 @@ void AddAnswer(StepReader& reader, const JsonValue& value, std::vector<Answer>& 
             }
             return;
         }
-        names.push_back(name);
+        names.push_back(maker.name);
     }
     reader.FailAt(member->keyLocation, "unknown answer \"" + member->key + "\"", MeantOrOneOf(member->key, names));
 }
@@ -281,7 +270,7 @@ std::vector<PlannedAnswer> ReadPlannedAnswers(StepReader& reader, const JsonValu
     }
     for (const JsonValue& element : *list->AsArray()) {
         PlannedAnswer answer;
-        const JsonMember* const member = OnlyMember(reader, element);
+        const JsonMember* const member = reader.OnlyMember(element, "answer");
         if (member == nullptr) {
             break;
         }

@@ -4,7 +4,6 @@
 #include "VornServices.h"
 
 #include <algorithm>
-#include <array>
 
 namespace Tarvik::Vorn::Simulator {
 namespace {

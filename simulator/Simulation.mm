@@ -257,14 +257,11 @@ private:
 
     // The main run loop runs until nothing waits on it, and images are loaded meanwhile.
     void Settle() {
-        do {
-            WaitForImageLoads();
-            while (Host::MainQueueDepth() > 0) {
-                Guarded([] { Host::DrainMainQueueUntilEmpty(); });
-            }
-            // Loading calls the plugin on another thread, which may post again.
-            WaitForImageLoads();
-        } while (Host::MainQueueDepth() > 0);
+        WaitForImageLoads();
+        while (Host::MainQueueDepth() > 0) {
+            Guarded([] { Host::DrainMainQueueUntilEmpty(); });
+            WaitForImageLoads(); // Loading calls the plugin on another thread, which may post again.
+        }
         mTimeline.SetCause(kNoRequest);
     }
 

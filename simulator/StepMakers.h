@@ -36,16 +36,8 @@ Action MakeShare(StepReader& reader, const JsonValue& value);
 Action MakeAddFriend(StepReader& reader, const JsonValue& value);
 Action MakeQueryFriends(StepReader& reader, const JsonValue& value);
 
-// Answers.
-Action MakeAnswerLogin(StepReader& reader, const JsonValue& value);
-Action MakeAnswerFriendFinder(StepReader& reader, const JsonValue& value);
-Action MakeAnswerGameRequest(StepReader& reader, const JsonValue& value);
-Action MakeAnswerShare(StepReader& reader, const JsonValue& value);
-Action MakeAnswerPhotoPrompt(StepReader& reader, const JsonValue& value);
-Action MakeFinishSaving(StepReader& reader, const JsonValue& value);
-Action MakeAnswerImageUpload(StepReader& reader, const JsonValue& value);
-Action MakeUploadProgress(StepReader& reader, const JsonValue& value);
-Action MakeAnswerVideoUpload(StepReader& reader, const JsonValue& value);
+// The steps that are answers. They are among StepMakers(), too.
+const std::vector<NamedMaker>& AnswerMakers();
 
 // A request's "answers": a list of answers, or of {"any-of": [...]} with some to pick from.
 std::vector<PlannedAnswer> ReadPlannedAnswers(StepReader& reader, const JsonValue& request);

@@ -36,6 +36,21 @@ bool StepReader::Known(const JsonValue& object, const std::vector<std::string_vi
     return Check(mDocument.ExpectUniqueKeys(object, mError));
 }
 
+const JsonMember* StepReader::OnlyMember(const JsonValue& value, std::string_view what) {
+    const std::string name(what);
+    const std::string article = name.starts_with('a') ? "an " : "a ";
+    if (mFailed || !Check(mDocument.Expect(value, JsonKind::kObject, article + name, mError))) {
+        return nullptr;
+    }
+    const size_t count = value.AsObject()->size();
+    if (count != 1) {
+        Fail(value, article + name + " has " + std::to_string(count) + " members",
+             "write one object per " + name + " with the " + name + "'s name as its only key");
+        return nullptr;
+    }
+    return &value.AsObject()->front();
+}
+
 const JsonValue* StepReader::Member(const JsonValue& object, std::string_view key, JsonKind kind) {
     if (mFailed) {
         return nullptr;

@@ -44,6 +44,10 @@ public:
     bool Known(const JsonValue& object, std::initializer_list<std::string_view> keys);
     bool Known(const JsonValue& object, const std::vector<std::string_view>& keys);
 
+    // The only member of an object that names what it is: `what`, "step" or "answer". Null with an error when the value is
+    // no object, or has another number of members.
+    const JsonMember* OnlyMember(const JsonValue& value, std::string_view what);
+
     // A member that must be there.
     const JsonValue* Member(const JsonValue& object, std::string_view key, JsonKind kind);
     std::string Text(const JsonValue& object, std::string_view key);

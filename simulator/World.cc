@@ -56,22 +56,17 @@ RepeatStep ReadRepeat(StepReader& reader, const JsonValue& value, int depth) {
 }
 
 void AddStep(StepReader& reader, const JsonValue& step, int depth, std::vector<Step>& steps) {
-    if (reader.Failed() || !reader.Check(reader.document().Expect(step, JsonKind::kObject, "a step", reader.error()))) {
+    const JsonMember* const member = reader.OnlyMember(step, "step");
+    if (member == nullptr) {
         return;
     }
-    if (step.AsObject()->size() != 1) {
-        reader.Fail(step, "a step has " + std::to_string(step.AsObject()->size()) + " members",
-                    "write one object per step with the step's name as its only key");
-        return;
-    }
-    const JsonMember& member = step.AsObject()->front();
-    if (member.key == kRepeat) {
-        steps.push_back({ReadRepeat(reader, member.value, depth), step.location()});
-    } else if (const NamedMaker* const maker = FindMaker(member.key)) {
-        steps.push_back({maker->make(reader, member.value), step.location()});
+    if (member->key == kRepeat) {
+        steps.push_back({ReadRepeat(reader, member->value, depth), step.location()});
+    } else if (const NamedMaker* const maker = FindMaker(member->key)) {
+        steps.push_back({maker->make(reader, member->value), step.location()});
     } else {
-        reader.FailAt(member.keyLocation, "unknown step \"" + member.key + "\"",
-                      MeantOrOneOf(member.key, StepNames(false)));
+        reader.FailAt(member->keyLocation, "unknown step \"" + member->key + "\"",
+                      MeantOrOneOf(member->key, StepNames(false)));
     }
 }
 
