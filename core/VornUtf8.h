@@ -1,5 +1,7 @@
-// Texts that may be null or no valid UTF-8. Inside the core only.
+// Texts that may be null or no valid UTF-8. Plain C++; any thread.
 #pragma once
+
+#include "VornExport.h"
 
 #include <string>
 #include <string_view>
@@ -7,7 +9,7 @@
 namespace Tarvik::Vorn {
 
 // `text` with U+FFFD in place of every byte that is not part of a valid sequence.
-std::string ReplaceInvalidUtf8(std::string_view text);
+VORN_API std::string ReplaceInvalidUtf8(std::string_view text);
 
 // The text, or the empty one for null.
 inline std::string_view OrEmpty(const char* text) {

@@ -1,6 +1,7 @@
 #include "DoctorReport.h"
 
 #include "FindingText.h"
+#include "VornUtf8.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -140,7 +141,7 @@ std::string Counted(size_t count, const std::string& noun) {
 using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 
 void WriteText(JsonWriter& writer, std::string_view key, std::string_view value) {
-    const std::string text = ValidUtf8(value);
+    const std::string text = ReplaceInvalidUtf8(value);
     writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }

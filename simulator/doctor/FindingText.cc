@@ -1,5 +1,7 @@
 #include "FindingText.h"
 
+#include "VornUtf8.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,60 +13,14 @@ namespace {
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD.
 constexpr size_t kLongestQuoted = 80;
 
-unsigned char ByteAt(std::string_view text, size_t at) {
-    return at < text.size() ? static_cast<unsigned char>(text[at]) : 0;
-}
-
-// The bytes of the valid sequence at `at`, which is inside of the text; 0 when there is none.
-size_t SequenceLength(std::string_view text, size_t at) {
-    const unsigned char first = ByteAt(text, at);
-    const unsigned char second = ByteAt(text, at + 1);
-    if (first < 0x80) {
+// Whether a control character begins at `at`, and how many bytes it has; 0 when none does. REQUIRES: valid UTF-8.
+size_t ControlSize(std::string_view text, size_t at) {
+    const auto first = static_cast<unsigned char>(text[at]);
+    if (first < 0x20 || first == 0x7F) {
         return 1;
     }
-    size_t length = 0;
-    unsigned char least = 0x80;
-    unsigned char greatest = 0xBF;
-    if (first >= 0xC2 && first <= 0xDF) {
-        length = 2;
-    } else if (first >= 0xE0 && first <= 0xEF) {
-        length = 3;
-        least = first == 0xE0 ? 0xA0 : 0x80;    // Overlong.
-        greatest = first == 0xED ? 0x9F : 0xBF; // Surrogates.
-    } else if (first >= 0xF0 && first <= 0xF4) {
-        length = 4;
-        least = first == 0xF0 ? 0x90 : 0x80;
-        greatest = first == 0xF4 ? 0x8F : 0xBF; // Behind U+10FFFF.
-    }
-    if (length == 0 || second < least || second > greatest) {
-        return 0;
-    }
-    for (size_t next = at + 2; next < at + length; ++next) {
-        if ((ByteAt(text, next) & 0xC0) != 0x80) {
-            return 0;
-        }
-    }
-    return length;
-}
-
-// Of a valid sequence.
-bool IsControl(std::string_view sequence) {
-    const unsigned char first = ByteAt(sequence, 0);
-    const bool isC1 = first == 0xC2 && ByteAt(sequence, 1) < 0xA0;
-    return first < 0x20 || first == 0x7F || isC1;
-}
-
-std::string Cleaned(std::string_view text, bool withControls) {
-    std::string cleaned;
-    cleaned.reserve(text.size());
-    for (size_t at = 0; at < text.size();) {
-        const size_t length = SequenceLength(text, at);
-        const std::string_view sequence = text.substr(at, length);
-        const bool isKept = length != 0 && (withControls || !IsControl(sequence));
-        cleaned += isKept ? sequence : kReplacement;
-        at += length == 0 ? 1 : length;
-    }
-    return cleaned;
+    const bool isC1 = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
+    return isC1 ? 2 : 0;
 }
 
 } // namespace
@@ -87,12 +43,21 @@ std::string Quoted(std::string_view text) {
     return "\"" + std::string(text.substr(0, kLongestQuoted)) + "...\"";
 }
 
-std::string ValidUtf8(std::string_view text) {
-    return Cleaned(text, true);
-}
-
 std::string Printable(std::string_view text) {
-    return Cleaned(text, false);
+    const std::string valid = ReplaceInvalidUtf8(text);
+    std::string printable;
+    printable.reserve(valid.size());
+    for (size_t at = 0; at < valid.size();) {
+        const size_t control = ControlSize(valid, at);
+        if (control == 0) {
+            printable += valid[at];
+            at += 1;
+        } else {
+            printable += kReplacement;
+            at += control;
+        }
+    }
+    return printable;
 }
 
 std::string XmlText(std::string_view text) {

@@ -13,10 +13,8 @@ std::string Listed(const std::vector<std::string>& names);
 // The text in quotes; cut with "..." when it is longer than a line.
 std::string Quoted(std::string_view text);
 
-// Valid UTF-8: U+FFFD stands for every byte that is not part of a valid sequence.
-std::string ValidUtf8(std::string_view text);
-
-// Valid UTF-8 that a terminal shows and does not obey: U+FFFD stands for control characters as well.
+// Valid UTF-8 that a terminal shows and does not obey: U+FFFD stands for control characters and for
+// every byte that is not part of a valid sequence.
 std::string Printable(std::string_view text);
 
 // The text as it stands between tags of XML.

@@ -1,6 +1,6 @@
 #include "Answer.h"
 
-#include "report/Utf8.h"
+#include "VornUtf8.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -82,7 +82,7 @@ void WriteQuestion(Writer& writer, const ParsedQuestion& question) {
     WriteInteger(writer, "methodNameID", question.methodNameID);
     WriteInteger(writer, "retCode", question.code);
     WriteInteger(writer, "thirdCode", question.thirdCode);
-    WriteText(writer, "text", ValidUtf8(question.text));
+    WriteText(writer, "text", ReplaceInvalidUtf8(question.text));
     writer.EndObject();
 }
 

@@ -1,6 +1,6 @@
 #include "Report.h"
 
-#include "Utf8.h"
+#include "VornUtf8.h"
 #include "Wording.h"
 
 #include <rapidjson/filewritestream.h>
@@ -37,7 +37,7 @@ private:
     void Key(std::string_view name) { mWriter.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
 
     void String(std::string_view text) {
-        const std::string valid = ValidUtf8(text);
+        const std::string valid = ReplaceInvalidUtf8(text);
         mWriter.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
     }
 
@@ -141,7 +141,7 @@ private:
         Key("fields");
         mWriter.StartObject();
         for (const ResultField& field : result.fields) {
-            Key(ValidUtf8(field.name));
+            Key(ReplaceInvalidUtf8(field.name));
             if (const auto* number = std::get_if<int64_t>(&field.value)) {
                 mWriter.Int64(*number);
             } else {

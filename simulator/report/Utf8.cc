@@ -5,8 +5,6 @@
 namespace Tarvik::Vorn::Simulator {
 namespace {
 
-constexpr std::string_view kReplacement = "\xef\xbf\xbd"; // U+FFFD
-
 // How long a sequence is that begins with this byte; 0 when none does.
 size_t SequenceSize(unsigned char lead) {
     if (lead < 0x80) {
@@ -54,17 +52,6 @@ std::optional<Character> FirstCharacter(std::string_view text) {
         codePoint = (codePoint << 6) | (static_cast<unsigned char>(c) & 0x3fU);
     }
     return IsValid(codePoint, size) ? std::optional(Character{codePoint, size}) : std::nullopt;
-}
-
-std::string ValidUtf8(std::string_view text) {
-    std::string valid;
-    valid.reserve(text.size());
-    while (!text.empty()) {
-        const std::optional<Character> first = FirstCharacter(text);
-        valid += first ? text.substr(0, first->size) : kReplacement;
-        text.remove_prefix(first ? first->size : 1);
-    }
-    return valid;
 }
 
 size_t CharacterCount(std::string_view text) {

@@ -16,9 +16,6 @@ struct Character {
 // The character with which `text` begins; none when it is empty or its first byte begins no valid sequence.
 std::optional<Character> FirstCharacter(std::string_view text);
 
-// `text` with U+FFFD in place of every byte that is not part of a valid sequence.
-std::string ValidUtf8(std::string_view text);
-
 // How many characters a valid text has.
 size_t CharacterCount(std::string_view text);
 
