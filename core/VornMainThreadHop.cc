@@ -8,6 +8,8 @@ namespace Tarvik::Vorn {
 namespace {
 
 struct Call {
+    Call(void (*function)(int, void*), void* argument) : fn(function), arg(argument) {}
+
     void (*fn)(int, void*);
     void* arg;
 };
@@ -20,7 +22,9 @@ void Run(void* context) {
 } // namespace
 
 void VornInnerObserverHolderDispatch(void (*fn)(int, void*), void* arg) {
-    dispatch_async_f(dispatch_get_main_queue(), new Call{fn, arg}, &Run);
+    auto call = std::make_unique<Call>(fn, arg);
+    dispatch_async_f(dispatch_get_main_queue(), call.get(), &Run);
+    static_cast<void>(call.release()); // The queue owns it now.
 }
 
 } // namespace Tarvik::Vorn

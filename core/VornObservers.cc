@@ -23,11 +23,14 @@ bool VornObservers<T>::IsRegistered(unsigned int observerID) {
 
 template <class T>
 std::optional<VornCallBackParams<T>> VornObservers<T>::TakeCached(const std::string& seqID) {
-    const auto taken = VornInnerObserverHolder<T>::mTaskParamsHolder.extract(seqID);
-    if (taken.empty()) {
+    auto& cache = VornInnerObserverHolder<T>::mTaskParamsHolder;
+    const auto found = cache.find(seqID);
+    if (found == cache.end()) {
         return std::nullopt;
     }
-    return taken.mapped();
+    std::optional<VornCallBackParams<T>> taken(found->second); // Copied first: without memory for it, it stays.
+    cache.erase(found);
+    return taken;
 }
 
 template <class T>

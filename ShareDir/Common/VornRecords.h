@@ -141,21 +141,19 @@ public:
         mData = nullptr;
     }
 
-    // Adds a copy of `element`. Pointers to elements are invalid afterwards.
+    // Adds a copy of `element`. Pointers to elements are invalid afterwards. When the copy throws, the array is as before.
     void push_back(const T& element) {
-        if (mSize == mCapacity) {
-            Vector larger(mCapacity == 0 ? 1 : mCapacity * 2, Empty{});
-            larger.mSize = mSize;
-            for (uint32_t i = 0; i < mSize; ++i) {
-                larger.mData[i] = mData[i];
-            }
-            larger.mData[larger.mSize] = element;
-            larger.mSize += 1;
-            Swap(larger);
+        if (mSize < mCapacity) {
+            Append(element);
             return;
         }
-        mData[mSize] = element;
-        mSize += 1;
+        Vector larger(mCapacity == 0 ? 1 : mCapacity * 2, Empty{});
+        larger.mSize = mSize;
+        for (uint32_t i = 0; i < mSize; ++i) {
+            larger.mData[i] = mData[i];
+        }
+        larger.Append(element);
+        Swap(larger);
     }
 
     uint32_t size() const { return mSize; }
@@ -175,6 +173,19 @@ private:
 
     // The other constructors delegate here, so that their failure runs the destructor.
     Vector(uint32_t capacity, Empty) : mCapacity(capacity), mData(AllocateZeroed<T>(capacity)) {}
+
+    // REQUIRES: there is room. What a failed assignment has taken is given back.
+    void Append(const T& element) {
+        T& target = mData[mSize];
+        try {
+            target = element;
+        } catch (...) {
+            target.~T();
+            std::memset(static_cast<void*>(&target), 0, sizeof(T));
+            throw;
+        }
+        mSize += 1;
+    }
 
     void Swap(Vector& other) {
         std::swap(mSize, other.mSize);
