@@ -501,8 +501,10 @@ void TakeAway(UIView* bar) {
 
     // In gaming mode. The dialog's delegate is not asked; the upload's completion answers.
     const auto uploadImage = ^(FBSDKSharePhotoContent* content) {
+        // Asked for before the configuration is allocated, which would be lost if that raised.
+        UIImage* const image = [[[content photos] firstObject] image];
         const RetainPtr<FBSDKGamingImageUploaderConfiguration*> configuration = AdoptNS(
-            [[FBSDKGamingImageUploaderConfiguration alloc] initWithImage:[[[content photos] firstObject] image]
+            [[FBSDKGamingImageUploaderConfiguration alloc] initWithImage:image
                                                                  caption:MakeNSString(job->reqInfo.title.c_str())
                                                  shouldLaunchMediaDialog:YES]);
         const UploadCompletion answer = ^(BOOL success, NSDictionary<NSString*, id>* /*result*/, NSError* error) {
@@ -525,8 +527,9 @@ void TakeAway(UIView* bar) {
     const auto uploadVideo = ^(FBSDKShareVideoContent* content) {
         UIView* const rootView = [[VornUtilsIOS getRootViewController] view];
         const RetainPtr<UIProgressView*> bar = MakeUploadBar(rootView);
+        NSURL* const video = [[content video] videoURL]; // Before the configuration is allocated, as above.
         const RetainPtr<FBSDKGamingVideoUploaderConfiguration*> configuration = AdoptNS(
-            [[FBSDKGamingVideoUploaderConfiguration alloc] initWithVideoURL:[[content video] videoURL]
+            [[FBSDKGamingVideoUploaderConfiguration alloc] initWithVideoURL:video
                                                                     caption:MakeNSString(job->reqInfo.title.c_str())]);
         // Kept: the result goes out before the bar goes away.
         const UploadCompletion answer = ^(BOOL success, NSDictionary<NSString*, id>* /*result*/, NSError* error) {
