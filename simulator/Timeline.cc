@@ -109,7 +109,13 @@ void Timeline::Add(EntryKind kind, const std::string& text) {
 
 void Timeline::Add(EntryKind kind, const std::string& text, ResultFacts result) {
     const std::lock_guard lock(mMutex);
-    Entry entry{mTime, std::this_thread::get_id() == sMainThread, mCause, kind, text, std::move(result)};
+    Entry entry{mTime, std::this_thread::get_id() == sMainThread, mCause, kind, WithoutAddresses(text), std::nullopt};
+    for (ResultField& field : result.fields) {
+        if (std::string* const value = std::get_if<std::string>(&field.value)) {
+            *value = WithoutAddresses(*value);
+        }
+    }
+    entry.result = std::move(result);
     if (mListener) {
         mListener(entry);
     }

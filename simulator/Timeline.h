@@ -62,6 +62,9 @@ struct ResultFacts {
     std::string seqID;
     std::vector<ResultField> fields; // In the record's order: "methodNameID", "retCode", ...
 
+    // The channelInfo with its access token, where the member tells only how long that is. To compare with, not to show.
+    std::string wholeInfo{};
+
     Milliseconds time = 0; // When it reached its observer; 0 inside an entry, which has a time of its own.
 
     // The member of that name; null when the record has none.
@@ -101,8 +104,8 @@ public:
     Timeline(const Timeline&) = delete;
     Timeline& operator=(const Timeline&) = delete;
 
-    // Adds an entry for this moment, this thread and the current cause. Addresses in `text` are replaced by numbers in
-    // the order of their first appearance, so that two runs say the same.
+    // Adds an entry for this moment, this thread and the current cause. Addresses in `text` and in the texts of `result`
+    // are replaced by numbers in the order of their first appearance, so that two runs say the same.
     void Add(EntryKind kind, const std::string& text);
     void Add(EntryKind kind, const std::string& text, ResultFacts result);
 

@@ -106,6 +106,15 @@ TEST_F(HostStrings, AMutableStringReplacesRegularExpressionsInPlaceAndCountsThem
     ExpectText(text, "a-b-c");
 }
 
+TEST_F(HostStrings, AByteOrderMarkAtTheBeginningIsACharacter) {
+    NSString* const text = [NSString stringWithUTF8String:"\ufeffa\ufeff"];
+
+    EXPECT_EQ([text length], 3U);
+    ExpectText(text, "\ufeffa\ufeff");
+    EXPECT_EQ([NSString stringWithUTF8String:"\ufeff\xff"], nil);
+    EXPECT_TRUE([[NSMutableString stringWithUTF8String:"\ufeffa"] isKindOfClass:[NSMutableString class]]);
+}
+
 TEST_F(HostStrings, AMutableStringIgnoresAnInvalidPattern) {
     NSMutableString* text = [NSMutableString stringWithString:@"a[b"];
 

@@ -120,6 +120,13 @@ TEST_F(HostURLs, PathsAreReadAsBefore) {
     EXPECT_STREQ(Text([[NSURL fileURLWithPath:@"/tmp/a b.png" isDirectory:NO] path]), "/tmp/a b.png");
 }
 
+TEST_F(HostURLs, AURLWithoutABaseIsTheTextThatItWasMadeFrom) {
+    for (const char* text : {"HTTP://Host/a?q#f", "hTTps://host", "FILE:///a", "A1+:b", "http://host/a?",
+                             "http://host/a#", "http://host/?#", "http://host:/a;", "a?", "?", "#"}) {
+        EXPECT_STREQ(Text([Parse(text) absoluteString]), text);
+    }
+}
+
 TEST_F(HostURLs, AQueryOrFragmentMayStandDirectlyBehindTheHost) {
     NSURL* query = Parse("http://u:p@host:80?q=1#f");
 

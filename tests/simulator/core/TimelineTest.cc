@@ -59,6 +59,20 @@ TEST(TimelineTest, AddressesAreNumberedInTheOrderOfTheirAppearance) {
     EXPECT_EQ(timeline.entries()[1].text, "#2");
 }
 
+TEST(TimelineTest, AddressesInResultsAreNumberedToo) {
+    ResultFacts result;
+    result.fields.push_back({"retMsg", std::string("value=<B: 0x7fd0c0ffee12>")});
+    result.fields.push_back({"retCode", int64_t{2}});
+    Timeline timeline;
+    timeline.Add(EntryKind::kLog, "<A: 0x55d0c0ffee12>");
+    timeline.Add(EntryKind::kRecord, "{retMsg: <B: 0x7fd0c0ffee12>}", result);
+
+    EXPECT_EQ(timeline.entries()[1].text, "{retMsg: <B: #2>}");
+    ASSERT_TRUE(timeline.entries()[1].result);
+    EXPECT_EQ(timeline.entries()[1].result->Text("retMsg"), "value=<B: #2>");
+    EXPECT_EQ(timeline.entries()[1].result->Number("retCode"), 2);
+}
+
 TEST(TimelineTest, OtherNumbersStay) {
     Timeline timeline;
     timeline.Add(EntryKind::kLog, "0x12 0x55d0c0ffee1 0x55d0c0ffee123 0x");

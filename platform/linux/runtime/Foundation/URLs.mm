@@ -1,7 +1,8 @@
 // NSURL as Apple documents it.
 //
 // GNUstep returns nil for a nil text, which raises on Apple; rejects "http://host?query", where the query stands
-// directly behind the host; and has no path where Apple's is empty. Texts with characters that no URL may contain are
+// directly behind the host; has no path where Apple's is empty; and tells another text than it was made from, such as
+// "Http://host" for "HTTP://host" and "http://host/" for "http://host/?". Texts with characters that no URL may contain are
 // rejected or percent-encoded, as Foundation+Control.h says.
 
 #include "Foundation+Control.h"
@@ -163,8 +164,11 @@ NSURL* InitDirectory(NSURL* self, SEL selector, NSString* path, BOOL isDirectory
     return sInitDirectory(self, selector, path, isDirectory);
 }
 
+// The text itself, unless it is to be read from where the base is.
 NSString* AbsoluteString(NSURL* self, SEL selector) {
-    return HasEmptyPathBeforeMore(self) ? [self vornHostText] : sAbsoluteString(self, selector);
+    NSString* const text = [self vornHostText];
+    const bool isWhole = [self baseURL] == nil || HasEmptyPathBeforeMore(self);
+    return isWhole ? text : sAbsoluteString(self, selector);
 }
 
 // nil only for a URL like "mailto:someone", which has no path at all. pathExtension and the like follow.
