@@ -11,7 +11,8 @@ namespace Tarvik::Vorn {
 
 // What +[VornUtilsIOS loadImageWithUri:complete:] does. The core has no network: only files can be loaded, by an
 // absolute path, a path relative to the current directory, or a file URL. What begins like a URL is one; a relative
-// path with a colon in its first part is written "./a:b.png". An empty file is loaded as no bytes.
+// path with a colon in its first part is written "./a:b.png". An empty file is loaded as no bytes,
+// one of more than 256 MiB not at all.
 //
 // The error is of domain "VornCore", with an errno value as its code and an English text as its localized description.
 void LoadImage(NSString* uri, void (^complete)(BOOL success, NSData* data, NSError* error));

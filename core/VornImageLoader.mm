@@ -132,6 +132,8 @@ std::optional<std::string> PathOf(std::string_view uri, Fault& fault) {
 
 #pragma mark - Reading
 
+constexpr off_t kLargestFile = off_t{256} << 20; // Bytes; far beyond any image, and fit for memory.
+
 struct File {
     explicit File(const std::string& path)
         : descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {} // Does not wait for a pipe's writer.
@@ -156,6 +158,10 @@ NSData* ReadFile(const std::string& path, Fault& fault) {
     }
     if (!S_ISREG(status.st_mode)) {
         fault = S_ISDIR(status.st_mode) ? SystemFault(EISDIR) : Fault{EINVAL, "not a regular file"};
+        return nil;
+    }
+    if (status.st_size > kLargestFile) {
+        fault = SystemFault(EFBIG);
         return nil;
     }
     std::string bytes(static_cast<size_t>(status.st_size), '\0');

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <locale.h>
 #include <memory>
@@ -325,8 +326,20 @@ std::optional<JsonValue> ParseTree(std::string_view text, Problem& problem) {
     return builder.TakeRoot();
 }
 
-// The content of the file; empty with a reason when it cannot be read.
+constexpr size_t kLargestFile = size_t{64} << 20U; // Bytes.
+
+// The content of the file; empty with a reason when it cannot be read. A pipe is not waited for, and a device that never
+// ends is not read.
 std::optional<std::string> ReadFile(const std::string& path, std::error_code& reason) {
+    const std::filesystem::file_status status = std::filesystem::status(path, reason);
+    if (reason) {
+        return std::nullopt;
+    }
+    if (!std::filesystem::is_regular_file(status)) {
+        reason = std::make_error_code(std::filesystem::is_directory(status) ? std::errc::is_a_directory
+                                                                            : std::errc::invalid_argument);
+        return std::nullopt;
+    }
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (file == nullptr) {
         reason.assign(errno, std::generic_category());
@@ -337,6 +350,10 @@ std::optional<std::string> ReadFile(const std::string& path, std::error_code& re
     size_t size = 0;
     while ((size = std::fread(piece, 1, sizeof piece, file.get())) != 0) {
         content.append(piece, size);
+        if (content.size() > kLargestFile) {
+            reason = std::make_error_code(std::errc::file_too_large);
+            return std::nullopt;
+        }
     }
     if (std::ferror(file.get()) != 0) {
         reason.assign(errno, std::generic_category());

@@ -103,7 +103,8 @@ public:
     // Parses `text`. `file` is the name for errors. Empty when the text is not JSON: `error` says where and why.
     static std::optional<JsonDocument> Parse(std::string_view text, const std::string& file, LocatedError& error);
 
-    // Reads and parses a file. When it cannot be read, the error has no line.
+    // Reads and parses a file of 64 MiB at the most; pipes and devices are no files. When it cannot be read, the error
+    // has no line.
     static std::optional<JsonDocument> Load(const std::string& path, LocatedError& error);
 
     const JsonValue& root() const { return mRoot; }

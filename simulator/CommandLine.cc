@@ -1,10 +1,14 @@
 #include "CommandLine.h"
 
+#include "report/VisibleText.h"
+
 #include <CLI/CLI.hpp>
 
 #include <charconv>
 #include <filesystem>
+#include <iostream>
 #include <random>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -115,7 +119,9 @@ std::optional<Command> ParseCommandLine(int argc, char** argv, int& exitStatus) 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        exitStatus = app.exit(error) == 0 ? kGood : kBadInput;
+        std::ostringstream problem; // It repeats what was typed, which must not reach the terminal as it is.
+        exitStatus = app.exit(error, std::cout, problem) == 0 ? kGood : kBadInput;
+        std::cerr << VisibleText(problem.str());
         return std::nullopt;
     }
     if (runCommand->parsed()) {

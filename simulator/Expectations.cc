@@ -1,5 +1,7 @@
 #include "Expectations.h"
 
+#include "AccessToken.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -21,10 +23,30 @@ struct Part {
     std::string name;
     std::string expected;
     std::string found;
+    bool holds = expected == found;
 };
 
+// A channelInfo may be expected with its access token, or with the token's length in its place: which of them is shown
+// does not matter.
+Part InfoPart(const ResultField& expected, const ResultFacts& facts, bool showTokens) {
+    const std::string text = std::get<std::string>(expected.value);
+    Part part{expected.name, TextOf(showTokens ? text : WithoutToken(text)), "no such member", false};
+    const ResultField* const found = facts.Find(expected.name);
+    if (found == nullptr) {
+        return part;
+    }
+    const std::string whole = facts.wholeInfo.empty() ? facts.Text(expected.name) : facts.wholeInfo;
+    part.found = TextOf(found->value);
+    part.holds = text == whole || text == WithoutToken(whole);
+    if (!part.holds && part.expected == part.found) {
+        part.found += " with another token";
+    }
+    return part;
+}
+
 // Every part that is looked at, whether it holds or not.
-std::vector<Part> PartsOf(const ExpectedResult& expected, Milliseconds time, const ResultFacts& facts) {
+std::vector<Part> PartsOf(const ExpectedResult& expected, Milliseconds time, const ResultFacts& facts,
+                          bool showTokens) {
     std::vector<Part> parts;
     if (expected.record) {
         parts.push_back({"record", *expected.record, facts.record});
@@ -39,15 +61,19 @@ std::vector<Part> PartsOf(const ExpectedResult& expected, Milliseconds time, con
         parts.push_back({"at", TimeText(*expected.time), TimeText(time)});
     }
     for (const ResultField& field : expected.fields) {
+        if (field.name == "channelInfo") {
+            parts.push_back(InfoPart(field, facts, showTokens));
+            continue;
+        }
         const ResultField* const found = facts.Find(field.name);
         parts.push_back({field.name, TextOf(field.value), found == nullptr ? "no such member" : TextOf(found->value)});
     }
     return parts;
 }
 
-std::string Described(const ExpectedResult& expected) {
+std::string Described(const ExpectedResult& expected, bool showTokens) {
     std::string text;
-    for (const Part& part : PartsOf(expected, 0, {})) {
+    for (const Part& part : PartsOf(expected, 0, {}, showTokens)) {
         text += (text.empty() ? "" : ", ") + part.name + " " + part.expected;
     }
     return text.empty() ? "any result" : "a result with " + text;
@@ -62,9 +88,10 @@ std::string Described(const ResultFacts& facts) {
     return text;
 }
 
-std::vector<Part> Differing(const ExpectedResult& expected, Milliseconds time, const ResultFacts& facts) {
-    std::vector<Part> parts = PartsOf(expected, time, facts);
-    std::erase_if(parts, [](const Part& part) { return part.expected == part.found; });
+std::vector<Part> Differing(const ExpectedResult& expected, Milliseconds time, const ResultFacts& facts,
+                            bool showTokens) {
+    std::vector<Part> parts = PartsOf(expected, time, facts, showTokens);
+    std::erase_if(parts, [](const Part& part) { return part.holds; });
     return parts;
 }
 
@@ -108,21 +135,22 @@ void ExpectationCheck::CompareResults(std::vector<Mismatch>& mismatches) const {
     const std::vector<ExpectedResult>& wanted = *mExpectations.results;
     for (size_t i = 0; i < wanted.size(); ++i) {
         const JsonLocation& location = wanted[i].location;
-        if (i < mDelivered.size() && Differing(wanted[i], mDelivered[i].time, mDelivered[i].facts).empty()) {
+        if (i < mDelivered.size() &&
+            Differing(wanted[i], mDelivered[i].time, mDelivered[i].facts, mShowTokens).empty()) {
             continue;
         }
         // The one that differs least, wherever it came.
-        const auto nearest = std::min_element(mDelivered.begin(), mDelivered.end(),
-                                              [&wanted, i](const Delivered& one, const Delivered& other) {
-                                                  return Differing(wanted[i], one.time, one.facts).size() <
-                                                         Differing(wanted[i], other.time, other.facts).size();
-                                              });
-        const std::string expected = "result " + std::to_string(i + 1) + ": " + Described(wanted[i]);
+        const auto nearest = std::min_element(
+            mDelivered.begin(), mDelivered.end(), [this, &wanted, i](const Delivered& one, const Delivered& other) {
+                return Differing(wanted[i], one.time, one.facts, mShowTokens).size() <
+                       Differing(wanted[i], other.time, other.facts, mShowTokens).size();
+            });
+        const std::string expected = "result " + std::to_string(i + 1) + ": " + Described(wanted[i], mShowTokens);
         if (nearest == mDelivered.end()) {
             mismatches.push_back({expected, "no result at all", location.line, location.column});
             continue;
         }
-        const std::vector<Part> differing = Differing(wanted[i], nearest->time, nearest->facts);
+        const std::vector<Part> differing = Differing(wanted[i], nearest->time, nearest->facts, mShowTokens);
         const std::string place = "result " + std::to_string(std::distance(mDelivered.begin(), nearest) + 1);
         std::string found = differing.empty() ? "it came as " + place : "the nearest is " + place;
         for (const Part& part : differing) {

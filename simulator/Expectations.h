@@ -13,7 +13,9 @@ namespace Tarvik::Vorn::Simulator {
 // thread, one call at a time; the rest is for the main thread.
 class ExpectationCheck {
 public:
-    explicit ExpectationCheck(const Expectations& expectations) : mExpectations(expectations) {}
+    // What does not hold is told without access tokens, unless `showTokens`.
+    explicit ExpectationCheck(const Expectations& expectations, bool showTokens = false)
+        : mExpectations(expectations), mShowTokens(showTokens) {}
 
     // An entry that has been added.
     void See(const Entry& entry);
@@ -31,6 +33,7 @@ private:
     void CompareResults(std::vector<Mismatch>& mismatches) const;
 
     const Expectations& mExpectations; // Borrowed; they must outlive the check.
+    bool mShowTokens;
     std::vector<Delivered> mDelivered;
     std::vector<bool> mSeenLines;
 };

@@ -6,6 +6,7 @@
 #include "ShippedWorlds.h"
 #include "doctor/Doctor.h"
 #include "explain/Explain.h"
+#include "report/VisibleText.h"
 
 #import <Foundation/Foundation.h>
 
@@ -26,10 +27,11 @@ struct Runner {
         std::string path;
         const std::string problem = WriteNewWorld(options.name, path);
         if (!problem.empty()) {
-            std::fprintf(stderr, "vornsim: %s\n", problem.c_str());
+            std::fprintf(stderr, "vornsim: %s\n", VisibleText(problem).c_str());
             return kBadInput;
         }
-        std::printf("%s is written; play it with: vornsim run %s\n", path.c_str(), path.c_str());
+        const std::string shown = VisibleText(path);
+        std::printf("%s is written; play it with: vornsim run %s\n", shown.c_str(), shown.c_str());
         return kGood;
     }
 

@@ -1,8 +1,8 @@
 #include "Observers.h"
 
+#include "AccessToken.h"
 #include "AllocationFault.h"
 #include "ResultFields.h"
-#include "VornJsonDocument.h"
 #include "VornObservers.h"
 #include "VornRecordText.h"
 
@@ -17,28 +17,23 @@ namespace {
 ResultListener sListener;
 bool sShowTokens = false;
 
+// Takes the access token out of the record, if it has one that is not to be shown; answers the channelInfo with it.
 template <class T>
-T Shown(const T& result) {
-    return result;
+std::string TakeToken(T& /*record*/) {
+    return "";
 }
 
-// The reply to a login holds the player's access token, which is nobody's business in a timeline.
-InnerLoginPluginRet Shown(const InnerLoginPluginRet& result) {
-    LocatedError error;
-    const std::optional<JsonDocument> info = JsonDocument::Parse(result.channelInfo, "channelInfo", error);
-    const JsonMember* const member = info ? info->root().Find("access_token") : nullptr;
-    const std::string* const token = member == nullptr ? nullptr : member->value.AsString();
-    InnerLoginPluginRet shown(result);
-    if (!sShowTokens && token != nullptr && !token->empty()) {
-        shown.channelInfo = "{\"access_token\":\"<" + std::to_string(token->size()) + " bytes>\"}";
-    }
-    return shown;
+std::string TakeToken(InnerLoginPluginRet& record) {
+    const std::string shown = WithoutToken(record.channelInfo);
+    return sShowTokens || shown == record.channelInfo ? "" : std::exchange(record.channelInfo, shown);
 }
 
 template <class T>
 std::pair<ResultFacts, std::string> Told(const T& result, unsigned observerID, const std::string& seqID) {
-    const T shown = Shown(result);
+    T shown(result);
+    std::string wholeInfo = TakeToken(shown);
     ResultFacts facts = FactsOf(shown);
+    facts.wholeInfo = std::move(wholeInfo);
     facts.observerID = observerID;
     facts.seqID = seqID;
     return {std::move(facts), RecordText(shown)};

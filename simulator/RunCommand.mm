@@ -3,6 +3,7 @@
 #include "ShippedWorlds.h"
 #include "Simulation.h"
 #include "VornConfig.h"
+#include "report/VisibleText.h"
 
 #import <Foundation/Foundation.h>
 
@@ -17,8 +18,13 @@ namespace {
 
 constexpr uint64_t kProgressInterval = 1000; // Steps.
 
+// Files, worlds and their names may hold anything, and nothing of it may reach the terminal as it is.
+void Tell(const std::string& problem) {
+    std::fprintf(stderr, "vornsim: %s\n", VisibleText(problem).c_str());
+}
+
 int Reject(const std::string& message) {
-    std::fprintf(stderr, "vornsim: %s\n", message.c_str());
+    Tell(message);
     return kBadInput;
 }
 
@@ -58,7 +64,8 @@ public:
     void Tell(const std::string& world, uint64_t played) {
         if (mIsTerminal && played % kProgressInterval == 0) {
             mIsShown = true;
-            std::fprintf(stderr, "\r%s: %llu steps", world.c_str(), static_cast<unsigned long long>(played));
+            std::fprintf(stderr, "\r%s: %llu steps", VisibleLine(world).c_str(),
+                         static_cast<unsigned long long>(played));
         }
     }
 
@@ -86,11 +93,11 @@ void Print(const std::vector<RunReport>& reports, const RunOptions& options) {
 // Without a timeline only what went wrong is told.
 void PrintProblems(const RunReport& report) {
     if (!report.problem.empty()) {
-        std::fprintf(stderr, "vornsim: %s: %s\n", report.name.c_str(), report.problem.c_str());
+        Tell(report.name + ": " + report.problem);
     }
     for (const Mismatch& mismatch : report.mismatches) {
-        std::fprintf(stderr, "vornsim: %s:%zu:%zu: expected %s; found %s\n", report.path.c_str(), mismatch.line,
-                     mismatch.column, mismatch.expected.c_str(), mismatch.found.c_str());
+        Tell(report.path + ":" + std::to_string(mismatch.line) + ":" + std::to_string(mismatch.column) + ": expected " +
+             mismatch.expected + "; found " + mismatch.found);
     }
 }
 

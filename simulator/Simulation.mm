@@ -144,7 +144,7 @@ public:
     Run(World world, SimulationOptions options)
         : mWorld(std::move(world)), mOptions(std::move(options)),
           mSeed(mOptions.seed.value_or(mWorld.seed.value_or(kDefaultSeed))), mDice(mSeed),
-          mExpectations(mWorld.expectations), mSetting(mTimeline), mSystem(mTimeline) {
+          mExpectations(mWorld.expectations, mOptions.showTokens), mSetting(mTimeline), mSystem(mTimeline) {
         BeginAnew();
         Host::SetHistoryKept(false);
         mTimeline.SetKept(mOptions.keepsTimeline);

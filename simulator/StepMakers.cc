@@ -181,6 +181,8 @@ Action MakeReport(StepReader& reader, const JsonValue& value) {
     return step;
 }
 
+constexpr uintmax_t kInfoPlistLimit = uintmax_t{16} << 20U; // Bytes.
+
 // An object is the Info.plist itself, a text the path of one.
 Action MakeInfoPlist(StepReader& reader, const JsonValue& value) {
     InfoPlistStep step;
@@ -190,6 +192,8 @@ Action MakeInfoPlist(StepReader& reader, const JsonValue& value) {
         std::error_code unknown;
         if (!std::filesystem::is_regular_file(step.path, unknown)) {
             reader.Fail(value, "there is no file " + step.path, "name a property list; paths begin beside the world");
+        } else if (std::filesystem::file_size(step.path, unknown) > kInfoPlistLimit) {
+            reader.Fail(value, step.path + " is greater than 16 MiB", "name the property list of an app");
         }
     } else if (reader.Check(reader.document().Expect(value, JsonKind::kObject, "\"info-plist\"", reader.error())) &&
                reader.Check(reader.document().ExpectUniqueKeys(value, reader.error()))) {

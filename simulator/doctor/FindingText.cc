@@ -13,11 +13,20 @@ namespace {
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD.
 constexpr size_t kLongestQuoted = 80;
 
+// Characters that turn the direction of what follows.
+constexpr std::array<std::string_view, 12> kDirections{"\u061c", "\u200e", "\u200f", "\u202a", "\u202b", "\u202c",
+                                                       "\u202d", "\u202e", "\u2066", "\u2067", "\u2068", "\u2069"};
+
 // Whether a control character begins at `at`, and how many bytes it has; 0 when none does. REQUIRES: valid UTF-8.
 size_t ControlSize(std::string_view text, size_t at) {
     const auto first = static_cast<unsigned char>(text[at]);
     if (first < 0x20 || first == 0x7F) {
         return 1;
+    }
+    for (const std::string_view direction : kDirections) {
+        if (text.substr(at).starts_with(direction)) {
+            return direction.size();
+        }
     }
     const bool isC1 = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
     return isC1 ? 2 : 0;

@@ -15,8 +15,11 @@
 #import <FBSDKShareKit/FBSDKShareKit-Swift.h>
 #import <FBSDKGamingServicesKit/FBSDKGamingServicesKit-Swift.h>
 
+#include <filesystem>
 #include <fstream>
 #include <mutex>
+#include <string>
+#include <system_error>
 #include <utility>
 
 using namespace Tarvik::Vorn;
@@ -62,8 +65,12 @@ bool HasContents(NSURL* url) {
     if (![url isFileURL]) {
         return false;
     }
-    // A directory, too, yields no byte.
-    std::ifstream file(PlainText([url path]), std::ios::binary);
+    const std::string path = PlainText([url path]);
+    std::error_code unknown;
+    if (!std::filesystem::is_regular_file(path, unknown)) { // A pipe would be waited for.
+        return false;
+    }
+    std::ifstream file(path, std::ios::binary);
     return file.peek() != std::ifstream::traits_type::eof();
 }
 
