@@ -1,6 +1,7 @@
 # Options and flags that every target of the Linux build shares, beside those of VornOptions.cmake.
 
 option(VORN_BUILD_TESTS "Build the test programs" ON)
+option(VORN_FUZZ "Link the fuzz targets with libFuzzer, and let everything tell it what was reached" OFF)
 set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 
 if(VORN_SANITIZE)
@@ -9,6 +10,9 @@ if(VORN_SANITIZE)
 else()
   # Not under a sanitizer: its runtime stands in the program, so shared libraries have open references to it.
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-z,defs>)
+endif()
+if(VORN_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 # Objective-C++ on GCC's runtime and GNUstep base.
