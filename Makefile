@@ -1,7 +1,7 @@
 # The daily commands. CMake does the work; `make help` lists them.
 
 .DEFAULT_GOAL := help
-.PHONY: help setup setup-check run test bench ios package check format format-check lint headers tsan clean
+.PHONY: help setup setup-check run test bench fuzz soak mutation valgrind ios package check format format-check lint headers tsan clean
 
 JOBS ?= $(shell nproc)
 
@@ -11,7 +11,10 @@ help:
 	@echo "make bench   measure the simulator against its limits (optimised build, one core)"
 	@echo "make ios     build the iOS binaries with their debug information into build/ios"
 	@echo "make package pack them for games: dist/VornFacebook.xcframework, its zip, checksums, sizes"
-	@echo "make check   format, lint, headers compile alone, all tests, thread sanitizer"
+	@echo "make check   format, lint, headers compile alone, all tests, thread sanitizer, Valgrind"
+	@echo "make fuzz    run each fuzz target for 60 seconds"
+	@echo "make soak    a million mixed requests with random faults, in ten runs"
+	@echo "make mutation  change the plugin's sources one place at a time and see whether a test notices (an hour)"
 	@echo "make format  rewrite the sources in the project's format"
 	@echo "make clean   remove everything that was built"
 
@@ -33,6 +36,19 @@ bench: setup
 	@scripts/build host vornsim VornFacebook
 	@benchmarks/simulator_limits.py build/host/bin/vornsim
 
+fuzz: setup
+	@scripts/fuzz
+
+soak: setup
+	@scripts/build soak vorn-soak VornFacebook
+	@VORN_SUBJECT=build/soak/lib/libVornFacebook.so build/soak/bin/vorn-soak --requests 100000 --seed 1 --seeds 10
+
+mutation: setup
+	@scripts/mutate --jobs $(JOBS)
+
+valgrind: setup-check
+	@scripts/valgrind
+
 ios: setup
 	@scripts/build-ios
 
@@ -49,6 +65,7 @@ check: setup-check
 	@scripts/build asan headers
 	@scripts/lint
 	@$(MAKE) --no-print-directory tsan
+	@$(MAKE) --no-print-directory valgrind
 	@ctest --preset asan -j$(JOBS)
 
 format: setup-check
