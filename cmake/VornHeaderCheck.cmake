@@ -3,7 +3,8 @@
 
 function(vorn_add_header_check)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}
-    ShareDir/*.h VornFacebook/*.h core/*.h platform/frameworks/*.h platform/linux/*.h simulator/*.h tests/*.h)
+    ShareDir/*.h VornFacebook/*.h core/*.h platform/frameworks/*.h platform/linux/*.h simulator/*.h tests/*.h
+    fuzz/*.h)
   # The headers that the Swift compiler writes import nothing where modules are off; the real ones do not compile alone.
   list(FILTER headers EXCLUDE REGEX "-Swift\\.h$")
   set(sources)
@@ -20,6 +21,7 @@ function(vorn_add_header_check)
     endforeach()
   endforeach()
   add_library(headers OBJECT EXCLUDE_FROM_ALL ${sources})
-  target_include_directories(headers PRIVATE ${CMAKE_SOURCE_DIR}/VornFacebook ${CMAKE_SOURCE_DIR}/simulator)
+  target_include_directories(headers PRIVATE
+    ${CMAKE_SOURCE_DIR}/VornFacebook ${CMAKE_SOURCE_DIR}/simulator ${CMAKE_SOURCE_DIR}/fuzz)
   target_link_libraries(headers PRIVATE VornTestSupport VornWarnings)
 endfunction()

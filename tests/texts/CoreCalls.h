@@ -4,7 +4,7 @@
 
 #include "HostileTexts.h"
 
-#include "FriendShareTest.h"
+#include "../unit/FriendShareTest.h"
 
 #include <functional>
 #include <optional>

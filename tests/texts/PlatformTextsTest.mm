@@ -9,7 +9,7 @@
 #include "FBSDKGamingServicesKit/FBSDKFriendFinderDialog+Control.h"
 #include "FBSDKGamingServicesKit/GameRequests.h"
 #include "FBSDKLoginKit/FBSDKLoginManager+Control.h"
-#include "FriendShareTest.h"
+#include "../unit/FriendShareTest.h"
 #include "VornPlugins.h"
 
 #include <functional>

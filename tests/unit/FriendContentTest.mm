@@ -355,6 +355,16 @@ TEST_F(FriendContentTest, KeptWithDeniedAccessAVideoFileIsRefusedWithCode12AndNo
     EXPECT_EQ(Host::PendingPhotoPromptCount(), 0u);
 }
 
+TEST_F(FriendContentTest, WithoutPermissionNoVideoFileIsSaved) {
+    for (const PHAuthorizationStatus status : {PHAuthorizationStatusRestricted, PHAuthorizationStatusDenied}) {
+        Host::SetPhotoAuthorization(status);
+
+        Build(VideoFileRequest());
+
+        EXPECT_EQ(Host::PendingPhotoChangesCount(), 0u) << status;
+    }
+}
+
 TEST_F(FriendContentTest, KeptWithLimitedAccessAVideoFileIsNeverAnswered) {
     Host::SetPhotoAuthorization(PHAuthorizationStatusLimited);
 

@@ -303,6 +303,17 @@ TEST_F(FriendPipelineTest, TheFacebookAppIsLookedForByItsLoginScheme) {
                 Contains(Host::PlatformCall{"UIApplication", "canOpenURL:", "\"fbauth2://\"", true}));
 }
 
+TEST_F(FriendPipelineTest, TheFacebookAppIsLookedForOncePerShare) {
+    for (const VornFriendReqInfo& request : {LinkRequest(), ImageRequest(), VideoRequest()}) {
+        Host::PlatformCalls::Clear();
+
+        ShareAndSettle(request);
+
+        const auto calls = Host::PlatformCalls::All();
+        EXPECT_EQ(std::ranges::count(calls, "canOpenURL:", &Host::PlatformCall::selector), 1) << request.type;
+    }
+}
+
 TEST_F(FriendPipelineTest, TheShareDialogIsMadeWithItsContentAndThePluginAsDelegate) {
     ShareAndSettle(LinkRequest());
 

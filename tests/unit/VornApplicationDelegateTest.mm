@@ -15,6 +15,7 @@
 #include "VornTraceSink.h"
 
 #import <Foundation/Foundation.h>
+#import <Foundation/NSDebug.h>
 #import <objc/runtime.h>
 
 namespace Tarvik::Vorn::Test {
@@ -315,6 +316,19 @@ TEST_F(HooksTest, ADestroyedDelegateIsTakenOutOfTheNotificationCentre) {
     [[NSNotificationCenter defaultCenter] postNotificationName:@"SomethingElse" object:nil];
 
     EXPECT_EQ([FBSDKAppEvents activateAppCount], 1u); // And nobody was sent a message who is no more.
+}
+
+TEST_F(HooksTest, ADestroyedDelegateGivesItsMemoryBack) {
+    const Class cls = [VornApplicationDelegate class];
+    const bool counting = GSDebugAllocationActive(YES);
+    const int before = GSDebugAllocationCount(cls);
+    auto delegate = AdoptNS([[VornApplicationDelegate alloc] init]);
+    ASSERT_EQ(GSDebugAllocationCount(cls), before + 1);
+
+    delegate = {};
+
+    EXPECT_EQ(GSDebugAllocationCount(cls), before);
+    GSDebugAllocationActive(counting);
 }
 
 // ---- Installation

@@ -1,5 +1,5 @@
-// Whether a text says yes, as Apple documents it: blanks, one sign and zeros may stand first, in this order, and then the
-// first character decides.
+// Whether a text says yes, as Apple documents it: one sign and then zeros may stand first, with blanks before and between
+// them, and then the first character decides.
 //
 // GNUstep skips blanks, signs and zeros in any order, so that "0+1" says yes.
 
