@@ -3,6 +3,7 @@
 
 #include "FailEveryAllocation.h"
 
+#include "HolderRecords.h"
 #include "MainQueue+Control.h"
 #include "VornDefine.h"
 #include "VornLogSink.h"
@@ -110,18 +111,7 @@ protected:
     const String mSeqID = kSeqID;
 };
 
-using Records = ::testing::Types<InnerBaseRet, InnerFriendRet, InnerLoginRet, InnerLoginPluginRet>;
-
-class RecordNames {
-public:
-    template <class T>
-    static std::string GetName(int index) {
-        constexpr const char* kNames[] = {"InnerBaseRet", "InnerFriendRet", "InnerLoginRet", "InnerLoginPluginRet"};
-        return kNames[index];
-    }
-};
-
-TYPED_TEST_SUITE(HolderAllocationTest, Records, RecordNames);
+TYPED_TEST_SUITE(HolderAllocationTest, HolderRecords, HolderRecordNames);
 
 TYPED_TEST(HolderAllocationTest, CommitWithoutAnObserver) {
     using Road = typename TestFixture::Road;

@@ -2,6 +2,7 @@
 // once, the cache for results without an observer. Results are committed as the plugin commits them, through the shared
 // statics; the main queue is pumped by the test.
 
+#include "HolderRecords.h"
 #include "PluginTest.h"
 
 #import <Foundation/Foundation.h>
@@ -61,18 +62,7 @@ protected:
     }
 };
 
-using Records = ::testing::Types<InnerBaseRet, InnerFriendRet, InnerLoginRet, InnerLoginPluginRet>;
-
-class RecordNames {
-public:
-    template <class T>
-    static std::string GetName(int index) {
-        constexpr const char* kNames[] = {"InnerBaseRet", "InnerFriendRet", "InnerLoginRet", "InnerLoginPluginRet"};
-        return kNames[index];
-    }
-};
-
-TYPED_TEST_SUITE(ObserverHolderTest, Records, RecordNames);
+TYPED_TEST_SUITE(ObserverHolderTest, HolderRecords, HolderRecordNames);
 
 TYPED_TEST(ObserverHolderTest, DeliversLaterOnTheMainThread) {
     ResultRecorder::Observe<TypeParam, 31>();
