@@ -25,11 +25,21 @@ using UploadProgress = void (^)(int64_t bytesSent, int64_t totalBytesSent, int64
 
 // What the later stages of a share need. The caller's record may be gone by then.
 struct ShareJob {
+    ShareJob(const VornFriendReqInfo& requested, int method, const std::string& sequence, int observer)
+        : reqInfo(requested), methodID(method), seqID(sequence), observerID(observer) {}
+
     VornFriendReqInfo reqInfo;
     int methodID;
     std::string seqID;
     int observerID;
 };
+
+constexpr int kNoObserver = 0; // Of a job that is answered through a ContentCompletion.
+
+std::shared_ptr<const ShareJob> MakeShareJob(const VornFriendReqInfo& reqInfo, int methodID, const std::string& seqID,
+                                             int observerID) {
+    return std::make_shared<const ShareJob>(reqInfo, methodID, seqID, observerID);
+}
 
 #pragma mark - Results
 
@@ -50,6 +60,32 @@ void Commit(const InnerBaseRet& ret, const ShareJob& job) {
     VornInnerObserverHolder<InnerBaseRet>::CommitToTaskQueue(ret, static_cast<unsigned int>(job.observerID), job.seqID);
 }
 
+// Commits `ret` as the outcome of the job's method.
+void Answer(const ShareJob& job, InnerBaseRet ret) {
+    ret.methodNameID = job.methodID;
+    Commit(ret, job);
+}
+
+void Refuse(const ShareJob& job, int code, const char* why) {
+    Answer(job, Refusal(code, why));
+}
+
+#pragma mark - Results of making a content
+
+void Succeed(ContentCompletion complete, id<FBSDKSharingContent> content) {
+    complete(content, InnerBaseRet(RetCode::kSuccess));
+}
+
+// Kept: without the method ID. So is every failure to make a video's content.
+void Fail(ContentCompletion complete, int code) {
+    complete(nil, InnerBaseRet(code));
+}
+
+void Fail(ContentCompletion complete, int methodID, InnerBaseRet ret) {
+    ret.methodNameID = methodID;
+    complete(nil, ret);
+}
+
 #pragma mark - Requests
 
 // The order is behaviour: whoever watches the properties sees it.
@@ -68,6 +104,10 @@ bool IsGameLogin(const VornBaseParams& params) {
     return [@"Game" isEqualToString:MakeNSString(configured)];
 }
 
+std::string JsonText(const VornFriendReqInfo& reqInfo) {
+    return VornJsonManager::ToJson(reqInfo, "");
+}
+
 #pragma mark - Values of extraJson
 
 // A user ID as Facebook takes it; nil when `value` is neither a text nor a number.
@@ -76,6 +116,19 @@ NSString* UserIDText(id value) {
         return value;
     }
     return [value isKindOfClass:[NSNumber class]] ? [value stringValue] : nil;
+}
+
+// The user IDs in their order; nil when one of the values is none.
+NSArray* UserIDTexts(NSArray* values) {
+    NSMutableArray* const userIDs = [NSMutableArray arrayWithCapacity:[values count]];
+    for (id value in values) {
+        NSString* const userID = UserIDText(value);
+        if (userID == nil) {
+            return nil;
+        }
+        [userIDs addObject:userID];
+    }
+    return [[userIDs copy] autorelease];
 }
 
 // Whether `value` says no: a number or a text that stands for false. Nothing else does, nor does a missing value.
@@ -197,6 +250,37 @@ void TakeAway(UIView* bar) {
 
 @end
 
+namespace {
+
+#pragma mark - Answers to the request in flight
+
+void Answer(VornFriendFacebook* plugin, int code) {
+    InnerBaseRet ret(code);
+    [plugin handleInnerCallbacks:&ret];
+}
+
+void Answer(VornFriendFacebook* plugin, int code, const VornBaseParams& params) {
+    InnerBaseRet ret(code);
+    [plugin handleInnerCallbacks:&ret params:&params];
+}
+
+void Refuse(VornFriendFacebook* plugin, int code, const char* why, const VornBaseParams& params) {
+    InnerBaseRet ret = Refusal(code, why);
+    [plugin handleInnerCallbacks:&ret params:&params];
+}
+
+#pragma mark - Parts of a content
+
+// Only a share tags people.
+void TagPeople(VornFriendFacebook* plugin, id<FBSDKSharingContent> content, const VornFriendReqInfo& reqInfo,
+               int methodID, const std::string& seqID) {
+    if (methodID == MethodID::kShare) {
+        [plugin setShareTaggablePeople:content reqInfo:&reqInfo seqID:seqID];
+    }
+}
+
+} // namespace
+
 @implementation VornFriendFacebook
 
 @synthesize methodNameID = _methodNameID;
@@ -236,8 +320,8 @@ void TakeAway(UIView* bar) {
 - (void)sendMessage:(const VornFriendReqInfo*)reqInfo
              params:(VornBaseParams*)params
          observerID:(unsigned int)observerID {
-    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, observerID : %d", params->seqID.c_str(),
-                   VornJsonManager::ToJson(*reqInfo, "").c_str(), static_cast<int>(observerID));
+    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, observerID : %d", params->seqID.c_str(), JsonText(*reqInfo).c_str(),
+                   static_cast<int>(observerID));
     Park(self, *params, observerID);
     switch (reqInfo->type) {
     case RequestType::kLink:
@@ -251,15 +335,14 @@ void TakeAway(UIView* bar) {
         return;
     default:
         VORN_LOG_ERROR("[ %s ] sendMessage type is error!", params->seqID.c_str());
-        InnerBaseRet ret = Refusal(RetCode::kNotSupported, "not support the sendMessage type");
-        [self handleInnerCallbacks:&ret params:params];
+        Refuse(self, RetCode::kNotSupported, "not support the sendMessage type", *params);
         return;
     }
 }
 
 - (void)share:(const VornFriendReqInfo*)reqInfo params:(VornBaseParams*)params observerID:(unsigned int)observerID {
-    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, observerID : %d", params->seqID.c_str(),
-                   VornJsonManager::ToJson(*reqInfo, "").c_str(), static_cast<int>(observerID));
+    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, observerID : %d", params->seqID.c_str(), JsonText(*reqInfo).c_str(),
+                   static_cast<int>(observerID));
     Park(self, *params, observerID);
     switch (reqInfo->type) {
     case RequestType::kLink:
@@ -272,8 +355,7 @@ void TakeAway(UIView* bar) {
         return;
     default: // An invitation is a message, not a share.
         VORN_LOG_ERROR("[ %s ] share type is error!", params->seqID.c_str());
-        InnerBaseRet ret = Refusal(RetCode::kNotSupported, "not support the share type");
-        [self handleInnerCallbacks:&ret params:params];
+        Refuse(self, RetCode::kNotSupported, "not support the share type", *params);
         return;
     }
 }
@@ -286,15 +368,13 @@ void TakeAway(UIView* bar) {
             if (success) { // Whatever the error says.
                 VORN_LOG_DEBUG("facebook game player finder successed");
                 [self setObserverID:observerID];
-                InnerBaseRet ret(RetCode::kSuccess);
-                [self handleInnerCallbacks:&ret];
+                Answer(self, RetCode::kSuccess);
                 return;
             }
             if (error == nil) {
                 VORN_LOG_DEBUG("facebook game player finder cancel");
                 [self setObserverID:observerID];
-                InnerBaseRet ret(RetCode::kCancelled);
-                [self handleInnerCallbacks:&ret];
+                Answer(self, RetCode::kCancelled);
                 return;
             }
             VORN_LOG_DEBUG("facebook game player finder error: %s", CStr([error localizedDescription]));
@@ -307,14 +387,12 @@ void TakeAway(UIView* bar) {
     }
     if (IsGameLogin(*params)) {
         [self setObserverID:observerID];
-        InnerBaseRet ret(RetCode::kNotInGamingMode);
-        [self handleInnerCallbacks:&ret params:params];
+        Answer(self, RetCode::kNotInGamingMode, *params);
         return;
     }
     VORN_LOG_DEBUG("[ %s ] no support, observerID : %d", params->seqID.c_str(), static_cast<int>(observerID));
     [self setObserverID:observerID];
-    InnerBaseRet ret(RetCode::kNotSupported);
-    [self handleInnerCallbacks:&ret params:params];
+    Answer(self, RetCode::kNotSupported, *params);
 }
 
 - (void)queryFriends:(const void*)request params:(VornBaseParams*)params {
@@ -357,8 +435,7 @@ void TakeAway(UIView* bar) {
 
 - (void)sharer:(id<FBSDKSharing>)sharer didCompleteWithResults:(NSDictionary<NSString*, id>*)results {
     VORN_LOG_DEBUG("[ %s ]  results : %s", CStr([self seqID]), CStr([results description]));
-    InnerBaseRet ret(RetCode::kSuccess);
-    [self handleInnerCallbacks:&ret];
+    Answer(self, RetCode::kSuccess);
 }
 
 - (void)sharer:(id<FBSDKSharing>)sharer didFailWithError:(NSError*)error {
@@ -373,8 +450,7 @@ void TakeAway(UIView* bar) {
 
 - (void)sharerDidCancel:(id<FBSDKSharing>)sharer {
     VORN_LOG_DEBUG("[ %s ] cancel", CStr([self seqID]));
-    InnerBaseRet ret(RetCode::kCancelled);
-    [self handleInnerCallbacks:&ret];
+    Answer(self, RetCode::kCancelled);
 }
 
 #pragma mark - Outcomes of game requests
@@ -400,8 +476,7 @@ void TakeAway(UIView* bar) {
 
 - (void)gameRequestDialogDidCancel:(FBSDKGameRequestDialog*)gameRequestDialog {
     VORN_LOG_DEBUG("facebook gameRequestDialog cancel");
-    InnerBaseRet ret(RetCode::kCancelled);
-    [self handleInnerCallbacks:&ret];
+    Answer(self, RetCode::kCancelled);
 }
 
 #pragma mark - Invitations
@@ -409,8 +484,7 @@ void TakeAway(UIView* bar) {
 - (void)invite:(const VornFriendReqInfo*)reqInfo params:(const VornBaseParams*)params {
     if (reqInfo->title.empty() || reqInfo->desc.empty()) {
         VORN_LOG_ERROR("[ %s ] title or desc in reqInfo is empty", params->seqID.c_str());
-        InnerBaseRet ret = Refusal(RetCode::kInvalidArgument, "title or desc in reqInfo is empty");
-        [self handleInnerCallbacks:&ret params:params];
+        Refuse(self, RetCode::kInvalidArgument, "title or desc in reqInfo is empty", *params);
         return;
     }
     const RetainPtr<FBSDKGameRequestContent*> content = AdoptNS([[FBSDKGameRequestContent alloc] init]);
@@ -421,8 +495,7 @@ void TakeAway(UIView* bar) {
         NSArray* const userList = [self getInviteUserList:extraJson seqID:params->seqID];
         if ([userList count] == 0) {
             VORN_LOG_ERROR("[ %s ] user list is not a array or is empty", params->seqID.c_str());
-            InnerBaseRet ret = Refusal(RetCode::kInvalidArgument, "user list is not a array or is empty");
-            [self handleInnerCallbacks:&ret params:params];
+            Refuse(self, RetCode::kInvalidArgument, "user list is not a array or is empty", *params);
             return;
         }
         [content.get() setRecipients:userList];
@@ -449,16 +522,11 @@ void TakeAway(UIView* bar) {
     if (![userList isKindOfClass:[NSArray class]]) {
         return nil;
     }
-    NSMutableArray* const userIDs = [NSMutableArray arrayWithCapacity:[userList count]];
-    for (id value in userList) {
-        NSString* const userID = UserIDText(value);
-        if (userID == nil) {
-            VORN_LOG_ERROR("[ %s ] %s in extraJson is not number or string", seqID.c_str(), "userList");
-            return nil;
-        }
-        [userIDs addObject:userID];
+    NSArray* const userIDs = UserIDTexts(userList);
+    if (userIDs == nil) {
+        VORN_LOG_ERROR("[ %s ] %s in extraJson is not number or string", seqID.c_str(), "userList");
     }
-    return [[userIDs copy] autorelease];
+    return userIDs;
 }
 
 #pragma mark - Tagged people
@@ -476,16 +544,12 @@ void TakeAway(UIView* bar) {
         VORN_LOG_ERROR("[ %s ] friends in extraJson is not array", seqID.c_str());
         return;
     }
-    NSMutableArray* const userIDs = [NSMutableArray arrayWithCapacity:[friends count]];
-    for (id value in friends) {
-        NSString* const userID = UserIDText(value);
-        if (userID == nil) {
-            VORN_LOG_ERROR("[ %s ] friends in extraJson is not number or string", seqID.c_str());
-            return;
-        }
-        [userIDs addObject:userID];
+    NSArray* const userIDs = UserIDTexts(friends);
+    if (userIDs == nil) {
+        VORN_LOG_ERROR("[ %s ] friends in extraJson is not number or string", seqID.c_str());
+        return;
     }
-    [content setPeopleIDs:[[userIDs copy] autorelease]];
+    [content setPeopleIDs:userIDs];
 }
 
 #pragma mark - Send and share
@@ -495,9 +559,9 @@ void TakeAway(UIView* bar) {
                     methodID:(int)methodID
                        seqID:(std::string)seqID
                   observerID:(int)observerID {
-    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, methodID : %d, observerID: %d", seqID.c_str(),
-                   VornJsonManager::ToJson(reqInfo, "").c_str(), methodID, observerID);
-    const auto job = std::make_shared<const ShareJob>(ShareJob{reqInfo, methodID, seqID, observerID});
+    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, methodID : %d, observerID: %d", seqID.c_str(), JsonText(reqInfo).c_str(),
+                   methodID, observerID);
+    const auto job = MakeShareJob(reqInfo, methodID, seqID, observerID);
 
     // In gaming mode. The dialog's delegate is not asked; the upload's completion answers.
     const auto uploadImage = ^(FBSDKSharePhotoContent* content) {
@@ -510,16 +574,12 @@ void TakeAway(UIView* bar) {
         const UploadCompletion answer = ^(BOOL success, NSDictionary<NSString*, id>* /*result*/, NSError* error) {
             if (success && error == nil) {
                 VORN_LOG_DEBUG("[ %s ] load image successed: %d", job->seqID.c_str(), job->methodID);
-                InnerBaseRet ret(RetCode::kSuccess, 0, "load image success");
-                ret.methodNameID = job->methodID;
-                Commit(ret, *job);
+                Answer(*job, InnerBaseRet(RetCode::kSuccess, 0, "load image success"));
                 return;
             }
             // Kept: a failed image is progress to the log, a failed video an error.
             VORN_LOG_DEBUG("[ %s ] load image error: %d", job->seqID.c_str(), job->methodID);
-            InnerBaseRet ret = SdkFailure(error, "load image error");
-            ret.methodNameID = job->methodID;
-            Commit(ret, *job);
+            Answer(*job, SdkFailure(error, "load image error"));
         };
         [FBSDKGamingImageUploader uploadImageWithConfiguration:configuration.get() andResultCompletion:answer];
     };
@@ -535,16 +595,12 @@ void TakeAway(UIView* bar) {
         const UploadCompletion answer = ^(BOOL success, NSDictionary<NSString*, id>* /*result*/, NSError* error) {
             if (success && error == nil) {
                 VORN_LOG_DEBUG("[ %s ] load video successed: %d", job->seqID.c_str(), job->methodID);
-                InnerBaseRet ret(RetCode::kSuccess, 0, "load image success"); // Kept: the text of the image.
-                ret.methodNameID = job->methodID;
-                Commit(ret, *job);
+                Answer(*job, InnerBaseRet(RetCode::kSuccess, 0, "load image success")); // Kept: the text of the image.
                 TakeAway(bar.get());
                 return;
             }
             VORN_LOG_ERROR("[ %s ] load video error: %d", job->seqID.c_str(), job->methodID);
-            InnerBaseRet ret = SdkFailure(error, "load video error");
-            ret.methodNameID = job->methodID;
-            Commit(ret, *job);
+            Answer(*job, SdkFailure(error, "load video error"));
             TakeAway(bar.get());
         };
         const UploadProgress show = ^(int64_t /*bytesSent*/, int64_t totalBytesSent, int64_t totalBytesExpectedToSend) {
@@ -572,9 +628,7 @@ void TakeAway(UIView* bar) {
             if (!IsFacebookAppInstalled()) {
                 VORN_LOG_ERROR("[ %s ] canOpenURL return NO, Facebook share vedio need app installed",
                                job->seqID.c_str()); // Kept: "vedio"; log tools know it so.
-                InnerBaseRet ret = Refusal(RetCode::kAppNotInstalled, "Facebook share video need app installed");
-                ret.methodNameID = job->methodID;
-                Commit(ret, *job);
+                Refuse(*job, RetCode::kAppNotInstalled, "Facebook share video need app installed");
                 return;
             }
             [dialog.get() setMode:FBSDKShareDialogModeNative];
@@ -588,9 +642,7 @@ void TakeAway(UIView* bar) {
                 // Kept: progress to the log, unlike with a video.
                 VORN_LOG_DEBUG("[ %s ] canOpenURL return NO, Facebook share image need app installed",
                                job->seqID.c_str());
-                InnerBaseRet ret = Refusal(RetCode::kAppNotInstalled, "Facebook share image need app installed");
-                ret.methodNameID = job->methodID;
-                Commit(ret, *job);
+                Refuse(*job, RetCode::kAppNotInstalled, "Facebook share image need app installed");
                 return;
             }
             [dialog.get() setMode:FBSDKShareDialogModeNative];
@@ -598,13 +650,10 @@ void TakeAway(UIView* bar) {
         case RequestType::kLink: // Needs no app.
             [dialog.get() setMode:IsFacebookAppInstalled() ? FBSDKShareDialogModeNative : FBSDKShareDialogModeBrowser];
             break;
-        default: { // The builder makes no content for another type.
+        default: // The builder makes no content for another type.
             VORN_LOG_ERROR("[ %s ] sendOrShareLinkAndIMG not support type: %d", job->seqID.c_str(), job->reqInfo.type);
-            InnerBaseRet ret(RetCode::kNotSupported);
-            ret.methodNameID = job->methodID;
-            Commit(ret, *job);
+            Answer(*job, InnerBaseRet(RetCode::kNotSupported));
             return;
-        }
         }
         [dialog.get() show];
         VORN_LOG_DEBUG("[ %s ] Call Facebook API", job->seqID.c_str());
@@ -616,9 +665,7 @@ void TakeAway(UIView* bar) {
                                                                                                  delegate:nil]);
         if (![dialog.get() canShow]) {
             VORN_LOG_ERROR("[ %s ] Messenger isn't installed", job->seqID.c_str());
-            InnerBaseRet ret = Refusal(RetCode::kAppNotInstalled, "Messenger isn't installed");
-            ret.methodNameID = job->methodID;
-            Commit(ret, *job);
+            Refuse(*job, RetCode::kAppNotInstalled, "Messenger isn't installed");
             return;
         }
         [dialog.get() setDelegate:self];
@@ -643,14 +690,11 @@ void TakeAway(UIView* bar) {
             case MethodID::kSendMessage:
                 send(content);
                 return;
-            default: {
+            default:
                 VORN_LOG_ERROR("[ %s ] sendOrShareLinkAndIMG not support methodID: %d", job->seqID.c_str(),
                                job->methodID);
-                InnerBaseRet ret(RetCode::kNotSupported);
-                ret.methodNameID = job->methodID;
-                Commit(ret, *job);
+                Answer(*job, InnerBaseRet(RetCode::kNotSupported));
                 return;
-            }
             }
         };
         dispatch_async(dispatch_get_main_queue(), showOrRefuse); // Always: it presents dialogs.
@@ -664,43 +708,34 @@ void TakeAway(UIView* bar) {
                                 methodID:(int)methodID
                                    seqID:(std::string)seqID
                                 complete:(ContentCompletion)complete {
-    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, methodID : %d", seqID.c_str(), VornJsonManager::ToJson(reqInfo, "").c_str(),
-                   methodID);
+    VORN_LOG_DEBUG("[ %s ] reqInfo : %s, methodID : %d", seqID.c_str(), JsonText(reqInfo).c_str(), methodID);
     switch (reqInfo.type) {
     case RequestType::kLink: {
         if (reqInfo.link.empty()) {
             VORN_LOG_ERROR("[ %s ] the link is null when share/send link, please check!", seqID.c_str());
-            InnerBaseRet ret =
-                Refusal(RetCode::kInvalidArgument, "the link is null when share/send link, please check!");
-            ret.methodNameID = methodID;
-            complete(nil, ret);
+            Fail(complete, methodID,
+                 Refusal(RetCode::kInvalidArgument, "the link is null when share/send link, please check!"));
             return;
         }
         const RetainPtr<FBSDKShareLinkContent*> content = MakeLinkContent(MakeURL(reqInfo.link));
-        if (methodID == MethodID::kShare) {
-            [self setShareTaggablePeople:content.get() reqInfo:&reqInfo seqID:seqID];
-        }
-        complete(content.get(), InnerBaseRet(RetCode::kSuccess));
+        TagPeople(self, content.get(), reqInfo, methodID, seqID);
+        Succeed(complete, content.get());
         return;
     }
     case RequestType::kImage: {
-        const auto job = std::make_shared<const ShareJob>(ShareJob{reqInfo, methodID, seqID, 0});
+        const auto job = MakeShareJob(reqInfo, methodID, seqID, kNoObserver);
         void (^const build)(BOOL, NSData*, NSError*) = ^(BOOL /*success*/, NSData* data, NSError* /*error*/) {
             UIImage* const image = data == nil ? nil : [UIImage imageWithData:data]; // Only the bytes decide.
             VORN_LOG_DEBUG("[ %s ] data size : %lu, image : %s", job->seqID.c_str(),
                            static_cast<unsigned long>([data length]), CStr([image description]));
             if (image == nil) {
                 VORN_LOG_ERROR("[ %s ] illegal image data", job->seqID.c_str());
-                InnerBaseRet ret = Refusal(RetCode::kInvalidArgument, "illegal image data");
-                ret.methodNameID = job->methodID;
-                complete(nil, ret);
+                Fail(complete, job->methodID, Refusal(RetCode::kInvalidArgument, "illegal image data"));
                 return;
             }
             const RetainPtr<FBSDKSharePhotoContent*> content = MakePhotoContent(image, MakeURL(job->reqInfo.link));
-            if (job->methodID == MethodID::kShare) {
-                [self setShareTaggablePeople:content.get() reqInfo:&job->reqInfo seqID:job->seqID];
-            }
-            complete(content.get(), InnerBaseRet(RetCode::kSuccess));
+            TagPeople(self, content.get(), job->reqInfo, job->methodID, job->seqID);
+            Succeed(complete, content.get());
         };
         [VornUtilsIOS loadImageWithUri:MakeNSString(reqInfo.imagePath.c_str()) complete:build];
         return;
@@ -708,7 +743,7 @@ void TakeAway(UIView* bar) {
     case RequestType::kVideo: {
         if (reqInfo.mediaPath.empty()) {
             VORN_LOG_ERROR("[ %s ] mediaPath is empty", seqID.c_str());
-            complete(nil, InnerBaseRet(RetCode::kInvalidArgument)); // Kept: without the method ID, as all of video's.
+            Fail(complete, RetCode::kInvalidArgument); // Kept: without the method ID, as all of video's.
             return;
         }
         NSDictionary* const extra = [VornUtilsIOS dictFromJsonString:MakeNSString(reqInfo.extraJson.c_str())];
@@ -716,37 +751,35 @@ void TakeAway(UIView* bar) {
             NSURL* const video = MakeURL(reqInfo.mediaPath);
             if (video == nil) {
                 VORN_LOG_ERROR("[ %s ] mediaPath is not a URL", seqID.c_str());
-                complete(nil, InnerBaseRet(RetCode::kInvalidArgument));
+                Fail(complete, RetCode::kInvalidArgument);
                 return;
             }
             const RetainPtr<FBSDKShareVideoContent*> content = MakeVideoContent(video);
-            if (methodID == MethodID::kShare) {
-                [self setShareTaggablePeople:content.get() reqInfo:&reqInfo seqID:seqID];
-            }
-            complete(content.get(), InnerBaseRet(RetCode::kSuccess));
+            TagPeople(self, content.get(), reqInfo, methodID, seqID);
+            Succeed(complete, content.get());
             return;
         }
         switch ([PHPhotoLibrary authorizationStatus]) {
         case PHAuthorizationStatusNotDetermined: {
-            const auto job = std::make_shared<const ShareJob>(ShareJob{reqInfo, methodID, seqID, 0});
+            const auto job = MakeShareJob(reqInfo, methodID, seqID, kNoObserver);
             void (^const saveIfAllowed)(PHAuthorizationStatus) = ^(PHAuthorizationStatus status) {
                 if (status == PHAuthorizationStatusAuthorized) {
                     [self saveVideoAndShare:job->reqInfo methodID:job->methodID seqID:job->seqID complete:complete];
                     return;
                 }
                 VORN_LOG_ERROR("[ %s ] need system permission", job->seqID.c_str());
-                complete(nil, InnerBaseRet(RetCode::kNeedSystemPermission));
+                Fail(complete, RetCode::kNeedSystemPermission);
             };
             [PHPhotoLibrary requestAuthorization:saveIfAllowed];
             return;
         }
         case PHAuthorizationStatusRestricted:
             VORN_LOG_ERROR("[ %s ] not authorized to access photo data", seqID.c_str());
-            complete(nil, InnerBaseRet(RetCode::kNeedSystemPermission));
+            Fail(complete, RetCode::kNeedSystemPermission);
             return;
         case PHAuthorizationStatusDenied:
             VORN_LOG_ERROR("[ %s ] denied to access photo data", seqID.c_str());
-            complete(nil, InnerBaseRet(RetCode::kNeedSystemPermission));
+            Fail(complete, RetCode::kNeedSystemPermission);
             return;
         case PHAuthorizationStatusAuthorized:
             [self saveVideoAndShare:reqInfo methodID:methodID seqID:seqID complete:complete];
@@ -755,13 +788,10 @@ void TakeAway(UIView* bar) {
             return;
         }
     }
-    default: {
+    default:
         VORN_LOG_ERROR("[ %s ] createSendOrShareContent not support type : %d", seqID.c_str(), reqInfo.type);
-        InnerBaseRet ret(RetCode::kNotSupported);
-        ret.methodNameID = methodID;
-        complete(nil, ret);
+        Fail(complete, methodID, InnerBaseRet(RetCode::kNotSupported));
         return;
-    }
     }
 }
 
@@ -773,22 +803,22 @@ void TakeAway(UIView* bar) {
                  complete:(ContentCompletion)complete {
     if (reqInfo.mediaPath.empty()) {
         VORN_LOG_ERROR("[ %s ] mediaPath is empty", seqID.c_str());
-        complete(nil, InnerBaseRet(RetCode::kInvalidArgument)); // Kept: no result of this method has the method ID.
+        Fail(complete, RetCode::kInvalidArgument); // Kept: no result of this method has the method ID.
         return;
     }
     const RetainPtr<NSURL*> file(MakeFileURL(reqInfo.mediaPath));
     if (!file) {
         VORN_LOG_ERROR("[ %s ] mediaPath is not a path", seqID.c_str());
-        complete(nil, InnerBaseRet(RetCode::kInvalidArgument));
+        Fail(complete, RetCode::kInvalidArgument);
         return;
     }
     if (![[AVAsset assetWithURL:file.get()] isCompatibleWithSavedPhotosAlbum]) {
         VORN_LOG_ERROR("[ %s ] video cant be written to the saved photos album", seqID.c_str());
-        complete(nil, InnerBaseRet(RetCode::kSystemRefused));
+        Fail(complete, RetCode::kSystemRefused);
         return;
     }
 
-    const auto job = std::make_shared<const ShareJob>(ShareJob{reqInfo, methodID, seqID, 0});
+    const auto job = MakeShareJob(reqInfo, methodID, seqID, kNoObserver);
     __block RetainPtr<PHObjectPlaceholder*> created; // Written by the change, read once it has been made.
     const dispatch_block_t create = ^{
         PHAssetChangeRequest* const request =
@@ -798,7 +828,7 @@ void TakeAway(UIView* bar) {
     void (^const share)(BOOL, NSError*) = ^(BOOL success, NSError* error) {
         if (!success) {
             VORN_LOG_ERROR("[ %s ] save video failed: %s", job->seqID.c_str(), CStr([error description]));
-            complete(nil, InnerBaseRet(RetCode::kSystemRefused));
+            Fail(complete, RetCode::kSystemRefused);
             return;
         }
         NSString* const assetURL = AssetURLText(file.get(), [created.get() localIdentifier]);
@@ -806,14 +836,12 @@ void TakeAway(UIView* bar) {
         NSURL* const video = [self isInGameMode] ? file.get() : MakeURL(assetURL);
         if (video == nil) {
             VORN_LOG_ERROR("[ %s ] the asset of mediaPath has no URL", job->seqID.c_str());
-            complete(nil, InnerBaseRet(RetCode::kInvalidArgument));
+            Fail(complete, RetCode::kInvalidArgument);
             return;
         }
         const RetainPtr<FBSDKShareVideoContent*> content = MakeVideoContent(video);
-        if (job->methodID == MethodID::kShare) {
-            [self setShareTaggablePeople:content.get() reqInfo:&job->reqInfo seqID:job->seqID];
-        }
-        complete(content.get(), InnerBaseRet(RetCode::kSuccess));
+        TagPeople(self, content.get(), job->reqInfo, job->methodID, job->seqID);
+        Succeed(complete, content.get());
     };
     [[PHPhotoLibrary sharedPhotoLibrary] performChanges:create completionHandler:share];
 }

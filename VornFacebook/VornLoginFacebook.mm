@@ -6,6 +6,7 @@
 #import <FBSDKLoginKit/FBSDKLoginKit.h>
 #import <FBSDKLoginKit/FBSDKLoginKit-Swift.h>
 
+#include <cstring>
 #include <string_view>
 
 using namespace Tarvik::Vorn;
@@ -24,7 +25,7 @@ constexpr const char* kAccessTokenKey = "access_token";
 // The order of characters decides, not the order of version numbers. Kept: the core's login modes are built on it, and
 // so every Facebook SDK from 10.0.0 on counts as too old.
 bool SupportsGaming(NSString* sdkVersion) {
-    return std::string_view(CStr(sdkVersion)) >= "6.4.0";
+    return std::strcmp(CStr(sdkVersion), "6.4.0") >= 0;
 }
 
 // One entry per comma-separated piece, empty pieces included and blanks untouched; no entry when the text is not UTF-8.
@@ -53,7 +54,7 @@ void UseGamingPermissions(NSMutableArray* list) {
 
 @implementation VornLoginFacebook
 
-VORN_SINGLETON_FAMILY(VornLoginFacebook)
+VORN_SINGLETON_FAMILY
 
 #pragma mark - Requests from the core
 

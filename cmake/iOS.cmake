@@ -46,7 +46,7 @@ set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 # The headers of libc++ by their path: the driver would take whichever version is installed last. Our site file stands
 # before Debian's. The declarations of UIKit and Facebook's kits serve this build and the Linux build.
 foreach(language IN ITEMS CXX OBJCXX)
-  set(CMAKE_${language}_FLAGS_INIT "-nostdinc++ -g")
+  set(CMAKE_${language}_FLAGS_INIT "-nostdinc++ -g -faddrsig")
   set(CMAKE_${language}_STANDARD_INCLUDE_DIRECTORIES
     ${vorn_platform}/frameworks ${vorn_platform}/ios/include/c++ ${vorn_libcxx})
 endforeach()
@@ -54,10 +54,11 @@ endforeach()
 # The compiler driver calls the linker. The version given for that is an Apple linker's of today: with none the driver
 # uses older options, which lld does not know. Signing is asked for, because lld does it by itself for some targets only.
 # The times of objects that go into the debug map are zero, and their paths relative to the build folder: two builds give
-# the same bytes. The driver has no use for -nostdinc++ here and need not say so.
+# the same bytes. Functions of equal code become one, as Apple's linker does by itself, where no address of them is taken:
+# -faddrsig above says which those are. The driver has no use for -nostdinc++ here and need not say so.
 string(JOIN " " CMAKE_SHARED_LINKER_FLAGS_INIT
   --ld-path=${VORN_IOS_LINKER} -mlinker-version=711 -Wno-unused-command-line-argument
-  "-F \"${vorn_platform}/ios/frameworks\"" -Wl,-fatal_warnings,-adhoc_codesign,-oso_prefix,.)
+  "-F \"${vorn_platform}/ios/frameworks\"" -Wl,-fatal_warnings,-adhoc_codesign,-oso_prefix,.,--icf=safe)
 foreach(language IN ITEMS CXX OBJCXX)
   set(CMAKE_${language}_LINKER_LAUNCHER env ZERO_AR_DATE=1)
 endforeach()

@@ -36,7 +36,7 @@ public:
     // Delivers `ret` to the observer: later on the main thread, or at once on this thread for ObserverID::kDirect. With
     // no such observer, caches it under `seqID`. Any thread; copies what it is given.
     static void CommitToTaskQueue(const T& ret, unsigned int observerID, const String& seqID) {
-        auto params = std::make_unique<VornCallBackParams<T>>(ret, observerID, seqID);
+        std::unique_ptr<VornCallBackParams<T>> params(new VornCallBackParams<T>(ret, observerID, seqID));
         const int signedID = static_cast<int>(params->mObserverID);
         if (mObserverHolder.find(signedID) == mObserverHolder.end()) {
             VORN_LOG_DEBUG("Cache ObserverID %d", signedID);

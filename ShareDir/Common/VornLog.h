@@ -25,13 +25,34 @@ consteval const char* FileNameOf(const char* path) {
     return backslash != nullptr ? backslash + 1 : path;
 }
 
+// What is constant about a log statement, kept as data so that the statement itself stays small. Not the function: in the
+// initialiser of a constant the compiler gives every block the name of the outermost.
+struct LogPlace {
+    const char* file;
+    int line;
+    ILogLevel level;
+};
+
+#pragma clang diagnostic push
+// The compiler checks the format against the arguments here, as it does at writeLog itself.
+#pragma clang diagnostic ignored "-Wgcc-compat"
+
+// Writes one line. Not for use but by the macros below. Out of line: statements of one kind share its code.
+template <class... Arguments>
+__attribute__((noinline, format(printf, 3, 4))) void WriteLogLine(const LogPlace& place, const char* function,
+                                                                  const char* format, Arguments... arguments) {
+    VornLogger(place.level, kLogTag, place.file, function, place.line).console().writeLog(format, arguments...);
+}
+
+#pragma clang diagnostic pop
+
 } // namespace Tarvik::Vorn
 
 #define VORN_LOG_AT(level, ...)                                                                                        \
-    ::Tarvik::Vorn::VornLogger(level, ::Tarvik::Vorn::kLogTag, ::Tarvik::Vorn::FileNameOf(__FILE_NAME__), __func__,    \
-                               __LINE__)                                                                               \
-        .console()                                                                                                     \
-        .writeLog(__VA_ARGS__)
+    do {                                                                                                               \
+        static constexpr ::Tarvik::Vorn::LogPlace kPlace{::Tarvik::Vorn::FileNameOf(__FILE_NAME__), __LINE__, level};  \
+        ::Tarvik::Vorn::WriteLogLine(kPlace, __func__, __VA_ARGS__);                                                   \
+    } while (false)
 
 // One line of progress; one line about an error or a refusal. The first argument is a literal printf format.
 #define VORN_LOG_DEBUG(...) VORN_LOG_AT(::Tarvik::Vorn::kLogDebug, __VA_ARGS__)

@@ -16,21 +16,31 @@
 
 namespace Tarvik::Vorn {
 
-// T is an object pointer type: NSString*, id, id<Protocol>.
-template <class T>
-class RetainPtr {
+// What RetainPtr does for objects of every type, once.
+class RetainedObject {
 public:
-    RetainPtr() = default;
-    explicit RetainPtr(T object) : mObject([object retain]) {}
-    RetainPtr(const RetainPtr& other) : mObject([other.mObject retain]) {}
-    RetainPtr(RetainPtr&& other) noexcept : mObject(std::exchange(other.mObject, nil)) {}
-    ~RetainPtr() { [mObject release]; }
+    RetainedObject() = default;
+    explicit RetainedObject(id object) : mObject([object retain]) {}
+    RetainedObject(const RetainedObject& other) : mObject([other.mObject retain]) {}
+    RetainedObject(RetainedObject&& other) noexcept : mObject(std::exchange(other.mObject, nil)) {}
+    ~RetainedObject() { [mObject release]; }
 
     // By value: serves copies and moves, and an object assigned to itself.
-    RetainPtr& operator=(RetainPtr other) noexcept {
+    RetainedObject& operator=(RetainedObject other) noexcept {
         std::swap(mObject, other.mObject);
         return *this;
     }
+
+protected:
+    id mObject = nil;
+};
+
+// T is an object pointer type: NSString*, id, id<Protocol>.
+template <class T>
+class RetainPtr : private RetainedObject {
+public:
+    RetainPtr() = default;
+    explicit RetainPtr(T object) : RetainedObject(object) {}
 
     // Takes over the reference that the caller owns.
     static RetainPtr Adopt(T object) {
@@ -39,11 +49,8 @@ public:
         return adopted;
     }
 
-    T get() const { return mObject; }
+    T get() const { return static_cast<T>(mObject); }
     explicit operator bool() const { return mObject != nil; }
-
-private:
-    T mObject = nil;
 };
 
 template <class T>

@@ -17,6 +17,34 @@ inline void SwitchSharedInstance(Class cls, SEL accessor) {
                              method_getImplementation(class_getClassMethod(cls, accessor)));
 }
 
+// The instance in `slot`, made under the class's monitor when there is none.
+inline id SharedInstanceUnderLock(Class cls, std::atomic<id>& slot) {
+    @synchronized(cls) {
+        if (slot.load() == nil) {
+            id const made = [[cls alloc] init];
+            [slot.exchange(made) release];
+        }
+        return slot.load();
+    }
+}
+
+// Keeps what the superclass allocated as the instance. Nothing happens when that is nil. REQUIRES: the class's monitor.
+inline void KeepAllocated(Class cls, std::atomic<id>& slot, id allocated) {
+    if (allocated != nil) {
+        slot.store(allocated);
+        SwitchSharedInstance(cls, @selector(sharedInstanceNoSynch));
+    }
+}
+
+inline void PurgeSharedInstance(Class cls, std::atomic<id>& slot) {
+    @synchronized(cls) {
+        if (slot.load() != nil) {
+            SwitchSharedInstance(cls, @selector(sharedInstanceSynch));
+            [slot.exchange(nil) release];
+        }
+    }
+}
+
 } // namespace Tarvik::Vorn
 
 // Declares the family in an @interface.
@@ -32,27 +60,21 @@ inline void SwitchSharedInstance(Class cls, SEL accessor) {
     +(instancetype)sharedInstanceNoSynch;                                                                              \
     +(void)purgeSharedInstance;
 
-// Defines the family in an @implementation of `ClassName`. Written once as a macro because both classes need methods of
+// Defines the family in an @implementation. Written once as a macro because both classes need methods of
 // their own: the implementation of +sharedInstance is switched on the class that is asked.
 //
 // The class owns one reference, in sSharedInstance. allocWithZone: puts it there before init has run and gives the
 // caller another; sharedInstanceSynch stores what init returned in its place, so that with no other owner a purge
 // destroys the instance.
-#define VORN_SINGLETON_FAMILY(ClassName)                                                                               \
-    static constinit std::atomic<ClassName*> sSharedInstance{nullptr};                                                 \
+#define VORN_SINGLETON_FAMILY                                                                                          \
+    static constinit std::atomic<id> sSharedInstance{nullptr};                                                         \
                                                                                                                        \
     +(instancetype)sharedInstance {                                                                                    \
         return [self sharedInstanceSynch];                                                                             \
     }                                                                                                                  \
                                                                                                                        \
     +(instancetype)sharedInstanceSynch {                                                                               \
-        @synchronized(self) {                                                                                          \
-            if (sSharedInstance.load() == nil) {                                                                       \
-                ClassName* const made = [[self alloc] init];                                                           \
-                [sSharedInstance.exchange(made) release];                                                              \
-            }                                                                                                          \
-            return sSharedInstance.load();                                                                             \
-        }                                                                                                              \
+        return ::Tarvik::Vorn::SharedInstanceUnderLock(self, sSharedInstance);                                         \
     }                                                                                                                  \
                                                                                                                        \
     +(instancetype)sharedInstanceNoSynch {                                                                             \
@@ -62,24 +84,14 @@ inline void SwitchSharedInstance(Class cls, SEL accessor) {
     +(instancetype)allocWithZone : (NSZone*)zone {                                                                     \
         @synchronized(self) {                                                                                          \
             if (sSharedInstance.load() == nil) {                                                                       \
-                ClassName* const allocated = [super allocWithZone:zone];                                               \
-                if (allocated == nil) {                                                                                \
-                    return nil;                                                                                        \
-                }                                                                                                      \
-                sSharedInstance.store(allocated);                                                                      \
-                ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceNoSynch));                          \
+                ::Tarvik::Vorn::KeepAllocated(self, sSharedInstance, [super allocWithZone:zone]);                      \
             }                                                                                                          \
             return [sSharedInstance.load() retain];                                                                    \
         }                                                                                                              \
     }                                                                                                                  \
                                                                                                                        \
     +(void)purgeSharedInstance {                                                                                       \
-        @synchronized(self) {                                                                                          \
-            if (sSharedInstance.load() != nil) {                                                                       \
-                ::Tarvik::Vorn::SwitchSharedInstance(self, @selector(sharedInstanceSynch));                            \
-                [sSharedInstance.exchange(nil) release];                                                               \
-            }                                                                                                          \
-        }                                                                                                              \
+        ::Tarvik::Vorn::PurgeSharedInstance(self, sSharedInstance);                                                    \
     }                                                                                                                  \
                                                                                                                        \
     -(id)copyWithZone : (NSZone*)zone {                                                                                \

@@ -29,7 +29,7 @@ def _arguments(words):
                         help="only mutants of this file; may be repeated")
     parser.add_argument("--only", action="append", default=[], metavar="MUTANT",
                         help="only this mutant; may be repeated")
-    parser.add_argument("--limit", type=int, default=420, help="how many to draw at most; 0 for all (%(default)s)")
+    parser.add_argument("--limit", type=int, default=330, help="how many to draw at most; 0 for all (%(default)s)")
     parser.add_argument("--seed", type=int, default=1, help="what the draw begins with (%(default)s)")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="how many copies to work in (%(default)s)")
     parser.add_argument("--json", type=pathlib.Path, default=CHECKOUT / "build" / "mutation.json",

@@ -254,6 +254,29 @@ TEST(VornVector, DoublesWhenItIsFull) {
     }
 }
 
+TEST(VornVector, WithoutRoomGrowsToOneElementAndDoublesFromThere) {
+    Vector<InnerPersonInfo, 0> persons;
+
+    persons.push_back(Person("first", 1));
+    EXPECT_EQ(persons.capacity(), 1u);
+    persons.push_back(Person("second", 2));
+
+    EXPECT_EQ(persons.capacity(), 2u);
+    EXPECT_EQ(persons[0].coreText1.toString(), "first");
+    EXPECT_EQ(persons[1].coreText1.toString(), "second");
+}
+
+TEST(VornVector, DestructionLeavesNoArrayBehind) {
+    alignas(Persons) std::array<char, sizeof(Persons)> memory{};
+    auto* persons = new (memory.data()) Persons();
+
+    persons->~Persons();
+
+    const void* array = memory.data();
+    std::memcpy(&array, memory.data() + 8, sizeof(array));
+    EXPECT_EQ(array, nullptr);
+}
+
 TEST(VornVector, AnElementOfItselfCanBeAddedWhileItGrows) {
     Vector<InnerPersonInfo, 1> persons;
     persons.push_back(Person("first", 1));
