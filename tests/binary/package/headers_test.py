@@ -71,15 +71,16 @@ class HeadersTest(unittest.TestCase):
 
     def test_imports_and_includes_can_be_mixed(self):
         lines = ["@import VornFacebook;\n", "#import <VornFacebook/VornLoginFacebook.h>\n", "#import <UIKit/UIKit.h>\n"]
+        module = self.workshop.module_flags(cxx=True)
         for order in itertools.permutations(lines):
-            text = "".join(order) + PLUGINS_USED
-            self.compile("clang++-16", "objective-c++", text, *self.workshop.module_flags(cxx=True), "-fobjc-arc")
+            self.compile("clang++-16", "objective-c++", "".join(order) + PLUGINS_USED, *module, "-fobjc-arc")
 
     def test_a_core_that_imports_the_module_can_include_the_holder(self):
         lines = ["@import VornFacebook;\n", "#include <VornFacebook/VornDefine.h>\n"]
+        module = self.workshop.module_flags(cxx=True)
         for order in (lines, lines[::-1]):
             text = "".join(order) + PLUGINS_USED + HOLDER_USED
-            self.compile("clang++-16", "objective-c++", text, *self.workshop.module_flags(cxx=True), "-fno-objc-arc")
+            self.compile("clang++-16", "objective-c++", text, *module, "-fno-objc-arc")
 
     def test_the_umbrella_header_leaves_no_header_out(self):
         """The module is "system", so the compiler keeps this warning to itself unless told."""

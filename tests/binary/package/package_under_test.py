@@ -101,7 +101,8 @@ class Workshop:
         return ["-std=c++20", "-nostdinc++", "-isystem", ROOT / "platform/ios/include/c++", "-isystem", LIBCXX]
 
     def module_flags(self, cxx):
-        """For @import. Each use has a cache of its own, so that the module is built and checked."""
+        """For @import. Each call makes a cache of its own, so that the first compilation with it builds and checks the
+        module."""
         cache = tempfile.mkdtemp(prefix="modules-", dir=self.folder)
         flags = ["-fmodules", f"-fmodules-cache-path={cache}"]
         return [*flags, "-fcxx-modules", "-ivfsoverlay", self._overlay] if cxx else flags
