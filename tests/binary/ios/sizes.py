@@ -1,13 +1,9 @@
-"""What a slice costs a game: bytes, work at load and bytes per class; and the figures that were accepted last."""
+"""What a slice costs a game: bytes, work at load and bytes per class; and where the figures stand that were accepted last."""
 
-import json
 import re
 from pathlib import Path
 
 BASELINE = Path(__file__).resolve().with_name("sizes_baseline.json")
-
-# By how much a figure may differ from the accepted one. Less than one of a small count is never within it.
-TOLERANCE = 0.02
 
 _OF_CLASS = re.compile(r"^(?:___\d+|___)?[-+]\[(\w+(?:\(\w+\))?) ")
 
@@ -46,26 +42,6 @@ def figures_of(tested):
     for name, size in sorted(_bytes_per_class(tested.unstripped_image).items()):
         figures[f"code of {name}"] = size
     return figures
-
-
-def departures(figures, accepted):
-    """What differs too much from the accepted figures, in words; a figure that only one of the two has is named too."""
-    found = [f"{name}: {accepted[name]} is not measured any more" for name in accepted if name not in figures]
-    for name, figure in figures.items():
-        if name not in accepted:
-            found.append(f"{name}: {figure} was never accepted")
-        elif abs(figure - accepted[name]) > TOLERANCE * accepted[name]:
-            found.append(f"{name}: {figure} instead of {accepted[name]} ({figure / accepted[name] - 1:+.1%})")
-    return found
-
-
-def read_baseline():
-    """The accepted figures by the slices' names."""
-    return json.loads(BASELINE.read_text())
-
-
-def write_baseline(figures):
-    BASELINE.write_text(json.dumps(figures, indent=2) + "\n")
 
 
 def table(figures):
