@@ -1,6 +1,7 @@
 # Options and flags that every target of the Linux build shares, beside those of VornOptions.cmake.
 
 option(VORN_BUILD_TESTS "Build the test programs" ON)
+option(VORN_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(VORN_FUZZ "Link the fuzz targets with libFuzzer, and let everything tell it what was reached" OFF)
 set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 

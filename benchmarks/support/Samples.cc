@@ -1,0 +1,53 @@
+#include "Samples.h"
+
+#include "VornCodes.h"
+
+namespace Tarvik::Vorn::Bench {
+
+InnerBaseRet SampleBaseRet() {
+    InnerBaseRet ret(RetCode::kSuccess);
+    ret.methodNameID = MethodID::kSendMessage;
+    ret.extraJson = R"({"RequestRecipients":["10150000000000001","10150000000000002"]})";
+    return ret;
+}
+
+InnerFriendRet SampleFriendRet() {
+    InnerFriendRet ret(RetCode::kNotSupported);
+    ret.methodNameID = 220;
+    return ret;
+}
+
+InnerLoginRet SampleLoginRet() {
+    InnerLoginRet ret;
+    static_cast<InnerBaseRet&>(ret) =
+        InnerBaseRet(RetCode::kThirdPartyError, -1009, "The Internet connection appears to be offline.");
+    ret.methodNameID = 111;
+    ret.channelID = 4;
+    ret.channel = "Facebook";
+    return ret;
+}
+
+InnerLoginPluginRet SampleLoginPluginRet() {
+    InnerLoginPluginRet ret;
+    ret.methodNameID = 111;
+    ret.channelID = 4;
+    ret.channel = "Facebook";
+    ret.channelInfo = R"({"access_token":")" + std::string(200, 'A') + R"("})";
+    return ret;
+}
+
+VornFriendReqInfo SampleRequest(int32_t type) {
+    VornFriendReqInfo request;
+    request.type = type;
+    request.user = "10150000000000001";
+    request.title = "Beat my score!";
+    request.desc = "I have just reached level 42 in the \"Sunken City\". Can you do better?";
+    request.imagePath = "/var/mobile/Containers/Data/Application/screenshot.png";
+    request.thumbPath = "/var/mobile/Containers/Data/Application/thumbnail.png";
+    request.mediaPath = "https://example.com/videos/level-42.mp4";
+    request.link = "https://example.com/game/levels/42?player=10150000000000001";
+    request.extraJson = R"({"campaign":"summer","level":42})";
+    return request;
+}
+
+} // namespace Tarvik::Vorn::Bench

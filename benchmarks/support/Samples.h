@@ -1,0 +1,48 @@
+// Records as the plugin really sends them, and requests as games do.
+#pragma once
+
+#include "VornRecords.h"
+
+#include <cstdint>
+
+namespace Tarvik::Vorn::Bench {
+
+// How a sequence ID of the core looks.
+inline constexpr const char* kSeqID = "e1b2c3d4-0042-4f6a-9c1d-7a5e8f90b1c2";
+
+// A game request that was sent to two players.
+InnerBaseRet SampleBaseRet();
+
+// The answer to a friend query, which the plugin does not support.
+InnerFriendRet SampleFriendRet();
+
+// A login that failed for want of a network.
+InnerLoginRet SampleLoginRet();
+
+// A login that succeeded, with an access token of the usual length.
+InnerLoginPluginRet SampleLoginPluginRet();
+
+// The sample of the type.
+template <class T>
+T SampleOf();
+template <>
+inline InnerBaseRet SampleOf() {
+    return SampleBaseRet();
+}
+template <>
+inline InnerFriendRet SampleOf() {
+    return SampleFriendRet();
+}
+template <>
+inline InnerLoginRet SampleOf() {
+    return SampleLoginRet();
+}
+template <>
+inline InnerLoginPluginRet SampleOf() {
+    return SampleLoginPluginRet();
+}
+
+// A request of one of RequestType: texts of the usual length, files that do not exist.
+VornFriendReqInfo SampleRequest(int32_t type);
+
+} // namespace Tarvik::Vorn::Bench
