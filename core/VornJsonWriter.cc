@@ -21,6 +21,9 @@
 namespace Tarvik::Vorn {
 namespace {
 
+// Room for the texts of most requests: the buffer need not grow, which copies it.
+constexpr size_t kUsualSize = 1024;
+
 class WriterState {
 public:
     WriterState() : mWriter(mBuffer) {}
@@ -33,13 +36,14 @@ public:
         mName.reset();
     }
 
-    void SetName(const char* name) { mName = ReplaceInvalidUtf8(OrEmpty(name)); }
+    void SetName(const char* name) { mName = OrEmpty(name); }
 
     void BeginObject() {
         if (mDepth == 0) {
             Restart();
         } else {
-            WriteName();
+            WriteName(mName.value_or(""));
+            mName.reset();
         }
         mWriter.StartObject();
         mDepth += 1;
@@ -68,12 +72,12 @@ public:
 
     void WriteMember(const char* name, const char* value) {
         if (BeginMember(name)) {
-            const std::string text = ReplaceInvalidUtf8(OrEmpty(value));
-            mWriter.String(text.c_str(), static_cast<rapidjson::SizeType>(text.size()));
+            WriteText(OrEmpty(value));
         }
     }
 
-    std::string Text() const { return std::string(mBuffer.GetString(), mBuffer.GetSize()); }
+    // Without a NUL in it: the writer escapes them.
+    const char* Text() const { return mBuffer.GetString(); }
 
 private:
     using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
@@ -82,18 +86,24 @@ private:
         if (mDepth == 0) {
             return false;
         }
-        SetName(name);
-        WriteName();
+        mName.reset();
+        WriteName(OrEmpty(name));
         return true;
     }
 
-    void WriteName() {
-        const std::string name = mName.value_or("");
-        mName.reset();
-        mWriter.Key(name.c_str(), static_cast<rapidjson::SizeType>(name.size()));
+    // To the writer a name is a text like any other.
+    void WriteName(std::string_view name) { WriteText(name); }
+
+    void WriteText(std::string_view text) {
+        if (ValidUtf8Length(text) == text.size()) { // Nearly always: nothing is copied.
+            mWriter.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+            return;
+        }
+        const std::string valid = ReplaceInvalidUtf8(text);
+        mWriter.String(valid.c_str(), static_cast<rapidjson::SizeType>(valid.size()));
     }
 
-    rapidjson::StringBuffer mBuffer;
+    rapidjson::StringBuffer mBuffer{nullptr, kUsualSize};
     Writer mWriter;
     size_t mDepth = 0;                // Open objects.
     std::optional<std::string> mName; // For the next nested object.

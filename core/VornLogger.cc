@@ -1,12 +1,11 @@
 #include "VornConsole.h"
+#include "VornFormat.h"
 #include "VornLogSink.h"
 #include "VornSinkSlot.h"
 #include "VornUtf8.h"
 
-#include <array>
 #include <atomic>
 #include <cstdarg>
-#include <cstdio>
 
 namespace Tarvik::Vorn {
 namespace {
@@ -25,24 +24,25 @@ SinkSlot<VornLogLine>& LogSlot() {
     return slot;
 }
 
-// The formatted text. When it cannot be formatted (a wide character without a form in the locale, more than 2 GiB), the
-// format itself, so that the line still says where it comes from.
-__attribute__((format(printf, 1, 0))) std::string Format(const char* format, va_list arguments) {
-    std::array<char, 512> shortText; // Nearly every line; a longer one is formatted a second time.
-    va_list again;
-    va_copy(again, arguments);
-    const int size = std::vsnprintf(shortText.data(), shortText.size(), format, arguments);
-    std::string text;
-    if (size < 0) {
-        text = std::string("(cannot be formatted) ") + format;
-    } else if (static_cast<size_t>(size) < shortText.size()) {
-        text.assign(shortText.data(), static_cast<size_t>(size));
-    } else {
-        text.resize(static_cast<size_t>(size));
-        std::vsnprintf(text.data(), text.size() + 1, format, again);
-    }
-    va_end(again);
-    return text;
+// What a logger knows of its line.
+struct Place {
+    ILogLevel level;
+    const char* tag;
+    const char* file;
+    const char* function;
+    int line;
+};
+
+// Apart from writeLog, so that a line which is not printed pays nothing for the work on one that is.
+__attribute__((noinline, format(printf, 2, 0))) void Print(const Place& place, const char* format, va_list arguments) {
+    VornLogLine line;
+    line.level = place.level;
+    line.tag = OrEmpty(place.tag);
+    line.file = OrEmpty(place.file);
+    line.function = OrEmpty(place.function);
+    line.line = place.line;
+    line.text = Format(format, arguments);
+    LogSlot().Write(line);
 }
 
 } // namespace
@@ -68,17 +68,10 @@ void VornLogger::writeLog(const char* format, ...) {
     if (mLevel < sMinimumLevel.load(std::memory_order_relaxed)) {
         return;
     }
-    VornLogLine line;
-    line.level = mLevel;
-    line.tag = OrEmpty(mTag);
-    line.file = OrEmpty(mFile);
-    line.function = OrEmpty(mFunction);
-    line.line = mLine;
     va_list arguments;
     va_start(arguments, format);
-    line.text = Format(format, arguments);
+    Print({mLevel, mTag, mFile, mFunction, mLine}, format, arguments);
     va_end(arguments);
-    LogSlot().Write(line);
 }
 
 } // namespace Tarvik::Vorn

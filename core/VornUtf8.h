@@ -3,10 +3,14 @@
 
 #include "VornExport.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace Tarvik::Vorn {
+
+// How many bytes stand before the first that is not part of a valid sequence; all of them when there is none.
+VORN_API size_t ValidUtf8Length(std::string_view text);
 
 // `text` with U+FFFD in place of every byte that is not part of a valid sequence.
 VORN_API std::string ReplaceInvalidUtf8(std::string_view text);

@@ -35,6 +35,17 @@ TEST(VornUtf8Test, ANulIsACharacterLikeAnyOther) {
     EXPECT_EQ(ReplaceInvalidUtf8(text), std::string("a\0b\xef\xbf\xbd", 6));
 }
 
+TEST(VornUtf8Test, ATextIsValidUpToItsFirstWrongByte) {
+    const std::string eights("0123456789abcdef");
+
+    EXPECT_EQ(ValidUtf8Length(""), 0u);
+    EXPECT_EQ(ValidUtf8Length(eights + "é" + eights + "€"), 2 * eights.size() + 5);
+    for (size_t i = 0; i <= eights.size(); ++i) {
+        EXPECT_EQ(ValidUtf8Length(eights.substr(0, i) + "\xff" + eights), i);
+        EXPECT_EQ(ValidUtf8Length(eights.substr(0, i) + "\xc3"), i);
+    }
+}
+
 TEST(VornUtf8Test, NullReadsAsTheEmptyText) {
     EXPECT_EQ(OrEmpty(nullptr), "");
     EXPECT_EQ(OrEmpty("x"), "x");
