@@ -1,0 +1,31 @@
+// The entry points of the plugin, each beside the platform's part of it: the calls into the frameworks that it makes, written
+// down by hand with the same arguments. What an entry point takes longer than that is the plugin's own cost, and the core's.
+//
+// To the platform belong Facebook's SDK, UIKit, Photos and the main queue, and the objects of Foundation that they are given
+// (texts, URLs, lists). All functions: main thread, and nothing of what they post is left when they return.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace Tarvik::Vorn::Bench {
+
+struct EntryPoint {
+    const char* name;
+    bool isEvent;       // Reports an event; everything else is a request.
+    void (*plugin)();   // One call, as a core makes it, and what it posts to the main queue.
+    void (*platform)(); // The platform's part.
+    void (*prepare)();  // The world in which both are called.
+};
+
+// Finds the plugin's classes. Ends the process with a message where one is missing.
+std::vector<EntryPoint> EntryPoints();
+
+// Forgets the dialogs and logins that are open, so that every sample begins with none.
+void ForgetWhatIsOpen();
+
+// The calls that have reached the stand-ins since the last time, as texts: for the check that both columns do the same. While
+// something is timed they are not kept.
+std::vector<std::string> TakePlatformCalls();
+
+} // namespace Tarvik::Vorn::Bench
