@@ -8,7 +8,7 @@ JOBS ?= $(shell nproc)
 help:
 	@echo "make run     build vornsim and play its tour of six worlds"
 	@echo "make test    build and run every test under the address and undefined-behaviour sanitizers"
-	@echo "make bench   measure the simulator against its limits (optimised build, one core)"
+	@echo "make bench   measure plugin, core and simulator against their limits (optimised build); a few minutes"
 	@echo "make ios     build the iOS binaries with their debug information into build/ios"
 	@echo "make package pack them for games: dist/VornFacebook.xcframework, its zip, checksums, sizes"
 	@echo "make check   format, lint, headers compile alone, all tests, thread sanitizer, Valgrind"
@@ -33,8 +33,8 @@ test: setup
 	@ctest --preset asan -j$(JOBS)
 
 bench: setup
-	@scripts/build host vornsim VornFacebook
-	@benchmarks/simulator_limits.py build/host/bin/vornsim
+	@scripts/build host vornsim vorn-bench VornFacebook
+	@benchmarks/run
 
 fuzz: setup
 	@scripts/fuzz

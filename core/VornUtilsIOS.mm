@@ -12,6 +12,7 @@
 #include <rapidjson/writer.h>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,8 +42,29 @@ NSString* MakeText(const std::string& utf8) {
     return [[[NSString alloc] initWithBytes:utf8.data() length:utf8.size() encoding:NSUTF8StringEncoding] autorelease];
 }
 
+// The text if it is short and of ASCII, as nearly all are; no object is made on the way.
+std::optional<std::string> ShortAsciiOf(NSString* text) {
+    std::array<unichar, 256> characters; // NOLINT(cppcoreguidelines-pro-type-member-init): what is used is filled.
+    const NSUInteger length = [text length];
+    if (length > characters.size()) {
+        return std::nullopt;
+    }
+    [text getCharacters:characters.data() range:NSMakeRange(0, length)];
+    std::string ascii(length, '\0');
+    for (NSUInteger i = 0; i < length; ++i) {
+        if (characters[i] >= 0x80) {
+            return std::nullopt;
+        }
+        ascii[i] = static_cast<char>(characters[i]);
+    }
+    return ascii;
+}
+
 // Empty when the text has half a surrogate pair.
 std::optional<std::string> Utf8Of(NSString* text) {
+    if (std::optional<std::string> ascii = ShortAsciiOf(text)) {
+        return ascii;
+    }
     NSData* const utf8 = [text dataUsingEncoding:NSUTF8StringEncoding];
     if (utf8 == nil) {
         return std::nullopt;

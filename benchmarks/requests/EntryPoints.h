@@ -5,6 +5,9 @@
 // (texts, URLs, lists). All functions: main thread, and nothing of what they post is left when they return.
 #pragma once
 
+#include "VornRecords.h"
+
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -21,11 +24,14 @@ struct EntryPoint {
 // Finds the plugin's classes. Ends the process with a message where one is missing.
 std::vector<EntryPoint> EntryPoints();
 
-// Forgets the dialogs and logins that are open, so that every sample begins with none.
-void ForgetWhatIsOpen();
+// Sends the request as an invitation, and does what it posts to the main queue.
+void SendInvitation(const VornFriendReqInfo& request);
 
-// The calls that have reached the stand-ins since the last time, as texts: for the check that both columns do the same. While
-// something is timed they are not kept.
+// Forgets the dialogs and logins that are open, so that every sample begins with none, and returns how many there were.
+size_t ForgetWhatIsOpen();
+
+// The calls that have reached the stand-ins since the last time, and what is open now, as texts: for the check that both
+// columns do the same. While something is timed, calls are not kept.
 std::vector<std::string> TakePlatformCalls();
 
 } // namespace Tarvik::Vorn::Bench

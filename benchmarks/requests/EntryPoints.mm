@@ -142,6 +142,7 @@ void OpenURL() {
 
 void ForgetPlatform() {
     Host::ResetPlatform();
+    Host::SetHistoryKept(false); // What is timed many times must not pile up.
 }
 
 void LogInForGaming() {
@@ -184,11 +185,21 @@ std::vector<EntryPoint> EntryPoints() {
     };
 }
 
-void ForgetWhatIsOpen() {
+void SendInvitation(const VornFriendReqInfo& request) {
+    @autoreleasepool {
+        [ThePlugins().friends sendMessage:&request params:&Params<MethodID::kSendMessage>() observerID:kObserver];
+        Host::DrainMainQueue();
+    }
+}
+
+size_t ForgetWhatIsOpen() {
+    const size_t open = Host::OpenShareDialogCount() + Host::OpenGameRequestCount() + Host::OpenFriendFinderCount() +
+                        [FBSDKLoginManager pendingLoginCount];
     Host::ResetShareDialogs();
     Host::ResetGameRequests();
     Host::ResetFriendFinders();
     [FBSDKLoginManager reset];
+    return open;
 }
 
 std::vector<std::string> TakePlatformCalls() {
@@ -197,6 +208,7 @@ std::vector<std::string> TakePlatformCalls() {
         calls.push_back(call.className + " " + call.selector);
     }
     Host::PlatformCalls::Clear();
+    calls.push_back(std::to_string(ForgetWhatIsOpen()) + " open");
     return calls;
 }
 

@@ -54,7 +54,6 @@ void CheckPlatformPart(const EntryPoint& entry) {
     entry.plugin();
     const std::vector<std::string> ofPlugin = TakePlatformCalls();
     Host::SetHistoryKept(false);
-    ForgetWhatIsOpen();
     INFO(entry.name);
     REQUIRE(ofPlugin == byHand);
 }

@@ -53,6 +53,9 @@ void PrintTable(const Table& table) {
         for (const double figure : row.figures) {
             std::printf(" %s |", FigureText(figure).c_str());
         }
+        for (size_t i = row.figures.size(); i < table.columns.size(); ++i) {
+            std::printf(" |");
+        }
         std::printf("\n");
     }
 }

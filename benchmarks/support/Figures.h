@@ -10,7 +10,7 @@ namespace Tarvik::Vorn::Bench {
 struct Table {
     struct Row {
         std::string name;
-        std::vector<double> figures; // One for each column.
+        std::vector<double> figures; // One for each column; fewer leave the last ones empty.
     };
     std::string title;
     std::string rowsAre; // Heading of the first column.

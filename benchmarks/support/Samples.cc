@@ -44,7 +44,7 @@ VornFriendReqInfo SampleRequest(int32_t type) {
     request.desc = "I have just reached level 42 in the \"Sunken City\". Can you do better?";
     request.imagePath = "/var/mobile/Containers/Data/Application/screenshot.png";
     request.thumbPath = "/var/mobile/Containers/Data/Application/thumbnail.png";
-    request.mediaPath = "https://example.com/videos/level-42.mp4";
+    request.mediaPath = "assets-library://asset/asset.mp4?id=5A3B9C7D-0042-4F6A-9C1D-7A5E8F90B1C2&ext=mp4";
     request.link = "https://example.com/game/levels/42?player=10150000000000001";
     request.extraJson = R"({"campaign":"summer","level":42})";
     return request;

@@ -42,7 +42,7 @@ inline InnerLoginPluginRet SampleOf() {
     return SampleLoginPluginRet();
 }
 
-// A request of one of RequestType: texts of the usual length, files that do not exist.
+// A request of one of RequestType: texts of the usual length, files that do not exist, a video of the photo library.
 VornFriendReqInfo SampleRequest(int32_t type);
 
 } // namespace Tarvik::Vorn::Bench
