@@ -1,8 +1,9 @@
 // The entry points of the plugin, each beside the platform's part of it: the calls into the frameworks that it makes, written
 // down by hand with the same arguments. What an entry point takes longer than that is the plugin's own cost, and the core's.
 //
-// To the platform belong Facebook's SDK, UIKit, Photos and the main queue, and the objects of Foundation that they are given
-// (texts, URLs, lists). All functions: main thread, and nothing of what they post is left when they return.
+// To the platform belong Facebook's SDK, UIKit, Photos, the main queue and Foundation, with the objects that the plugin must
+// make of a request's texts (texts, URLs, lists, the dictionary of its extraJson). All functions: main thread, and nothing of
+// what they post is left when they return.
 #pragma once
 
 #include "VornRecords.h"

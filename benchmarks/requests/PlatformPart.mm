@@ -55,6 +55,19 @@ const VornFriendReqInfo& Request() {
     return request;
 }
 
+// What the request's extraJson is to Foundation: its text, and a dictionary of its members.
+void MakeExtra() {
+    MakeNSString(Request().extraJson.c_str());
+    NSMutableDictionary* const extra = [NSMutableDictionary dictionaryWithCapacity:2];
+    [extra setObject:MakeNSString("summer") forKey:MakeNSString("campaign")];
+    [extra setObject:[NSNumber numberWithLongLong:42] forKey:MakeNSString("level")];
+}
+
+// The request's sequence ID, which the friend plugin keeps as an object.
+void MakeSeqID() {
+    MakeNSString(kSeqID);
+}
+
 // A result's way to its observer without the result.
 void Hop() {
     dispatch_async_f(dispatch_get_main_queue(), nullptr, [](void*) {});
@@ -109,6 +122,7 @@ void AddFriendInGameMode() {
 }
 
 void SendLink() {
+    MakeSeqID();
     const RetainPtr<FBSDKShareLinkContent*> content = AdoptNS([[FBSDKShareLinkContent alloc] init]);
     [content.get() setContentURL:[NSURL URLWithString:MakeNSString(Request().link.c_str())]];
     dispatch_async(dispatch_get_main_queue(), ^{
@@ -123,14 +137,17 @@ void SendLink() {
 }
 
 void Invite() {
+    MakeSeqID();
     const RetainPtr<FBSDKGameRequestContent*> content = AdoptNS([[FBSDKGameRequestContent alloc] init]);
     [content.get() setMessage:MakeNSString(Request().desc.c_str())];
     [content.get() setTitle:MakeNSString(Request().title.c_str())];
+    MakeExtra();
     [content.get() setFilters:FBSDKGameRequestFilterNone];
     [FBSDKGameRequestDialog showWithContent:content.get() delegate:Delegate()];
 }
 
 void ShareLink() {
+    MakeSeqID();
     const RetainPtr<FBSDKShareLinkContent*> content = AdoptNS([[FBSDKShareLinkContent alloc] init]);
     [content.get() setContentURL:[NSURL URLWithString:MakeNSString(Request().link.c_str())]];
     dispatch_async(dispatch_get_main_queue(), ^{
@@ -140,6 +157,8 @@ void ShareLink() {
 }
 
 void ShareVideo() {
+    MakeSeqID();
+    MakeExtra();
     NSURL* const url = [NSURL URLWithString:MakeNSString(Request().mediaPath.c_str())];
     const RetainPtr<FBSDKShareVideo*> video = AdoptNS([[FBSDKShareVideo alloc] initWithVideoURL:url previewPhoto:nil]);
     const RetainPtr<FBSDKShareVideoContent*> content = AdoptNS([[FBSDKShareVideoContent alloc] init]);
@@ -156,6 +175,7 @@ void ShareVideo() {
 }
 
 void ShareRefused() {
+    MakeSeqID();
     Hop();
 }
 
@@ -164,6 +184,7 @@ void ReportEvent() {
 }
 
 void ReportEventWithParameters() {
+    CStr(MakeNSString(R"({"level":42,"world":"sunken_city"})")); // The text of the parameters, for the log.
     [[FBSDKAppEvents shared] logEvent:EventName() parameters:EventParameters()];
 }
 
