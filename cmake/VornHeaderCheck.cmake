@@ -4,7 +4,7 @@
 function(vorn_add_header_check)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}
     ShareDir/*.h VornFacebook/*.h core/*.h platform/frameworks/*.h platform/linux/*.h simulator/*.h tests/*.h
-    fuzz/*.h)
+    benchmarks/*.h fuzz/*.h)
   # The headers that the Swift compiler writes import nothing where modules are off; the real ones do not compile alone.
   list(FILTER headers EXCLUDE REGEX "-Swift\\.h$")
   set(sources)

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -60,7 +59,7 @@ public:
         Prefix(rapidjson::kStringType);
         char* const written = os_->Push(text.size() + 2);
         written[0] = '"';
-        std::memcpy(written + 1, text.data(), text.size());
+        std::copy(text.begin(), text.end(), written + 1); // Nothing for null, which memcpy must not be given.
         written[text.size() + 1] = '"';
     }
 

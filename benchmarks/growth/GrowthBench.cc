@@ -172,10 +172,9 @@ TEST_CASE("Growth from ten to a million elements", "[growth]") {
     Figures& figures = Figures::Instance();
     for (const Growth& growth : growths) {
         const Curve curve = CurveOf(growth);
-        std::vector<double> row;
-        for (const Curve::Point& point : curve.points) {
-            row.push_back(point.nanosecondsEach);
-        }
+        std::vector<double> row(curve.points.size());
+        std::transform(curve.points.begin(), curve.points.end(), row.begin(),
+                       [](const Curve::Point& point) { return point.nanosecondsEach; });
         table.rows.push_back({growth.name, row});
         figures.Add(Limit{std::string("growth of ") + growth.name + ", a thousand against the most",
                           TimesFewToMost(curve), Bound::kAtMost, kMostTimes, "times"});

@@ -105,6 +105,24 @@ TEST(VornJsonWriterTest, EscapesQuotesBackslashesAndControlCharactersOnly) {
               "{\"k\":\"\\\" \\\\ \\b\\f\\n\\r\\t \\u0001\\u001F / é 😀 \x7f\"}");
 }
 
+TEST(VornJsonWriterTest, FindsWhatMustBeEscapedAtEveryPlaceOfTextsOfEveryLength) {
+    const std::string special[][2] = {
+        {"\"", "\\\""},   {"\\", "\\\\"}, {"\x1f", "\\u001F"},      {"\n", "\\n"},
+        {"\x7f", "\x7f"}, {"é", "é"},     {"\xff", "\xef\xbf\xbd"},
+    };
+    for (size_t length = 0; length <= 35; ++length) {
+        EXPECT_EQ(TextMember(std::string(length, '~').c_str()), "{\"k\":\"" + std::string(length, '~') + "\"}");
+        for (size_t place = 0; place <= length; ++place) {
+            const std::string before(place, ' ');
+            const std::string behind(length - place, '~');
+            for (const auto& [character, written] : special) {
+                EXPECT_EQ(TextMember((before + character + behind).c_str()),
+                          "{\"k\":\"" + before + written + behind + "\"}");
+            }
+        }
+    }
+}
+
 TEST(VornJsonWriterTest, EscapesKeysLikeTexts) {
     EXPECT_EQ(DocumentOf([](VornJsonWriter& writer) { writer.convert("\"é\n", 1); }), "{\"\\\"é\\n\":1}");
 }

@@ -219,6 +219,16 @@ TEST_F(JsonFromDict, NilAndOtherObjectsAreNil) {
     EXPECT_EQ(TextOf(static_cast<id>(@"text")), "(nil)");
 }
 
+TEST_F(JsonFromDict, TextsOfEveryLengthAreWholeWhateverTheyEndWith) {
+    for (const size_t length : {0u, 1u, 255u, 256u, 257u}) {
+        for (const char* last : {"", "z", "\x7f", "\u0080", "é", "😀"}) {
+            const std::string text = std::string(length, 'x') + last;
+
+            EXPECT_EQ(TextOf(@{@"k" : MakeNSString(text)}), "{\"k\":\"" + text + "\"}");
+        }
+    }
+}
+
 TEST_F(JsonFromDict, MembersStandInTheOrderOfTheirKeys) {
     NSMutableDictionary* const dict = [NSMutableDictionary dictionary];
     for (NSString* const key : {@"b", @"a", @"", @"é", @"B", @"ab", @"a1", @"😀", @"\uffff"}) {
