@@ -33,7 +33,7 @@ test: setup
 	@ctest --preset asan -j$(JOBS)
 
 bench: setup
-	@scripts/build host vornsim vorn-bench VornFacebook
+	@scripts/build host vornsim vorn-bench vorn-instructions VornFacebook
 	@benchmarks/run
 
 fuzz: setup

@@ -58,7 +58,7 @@ void CountDelivery(const std::string& record) {
     });
     Count(record + ", cached", [&] {
         Holder::CommitToTaskQueue(result, kNobody, seqID);
-        TakeCachedResult<T>(kSeqID);
+        static_cast<void>(TakeCachedResult<T>(kSeqID));
     });
     RemoveObserver<T>(ObserverID::kDirect);
     RemoveObserver<T>(kObserver);

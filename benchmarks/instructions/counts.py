@@ -28,25 +28,42 @@ def read_dump(text):
     return name[1], int(total[1])
 
 
+def _run(command, environment=None):
+    try:
+        done = subprocess.run(command, env=environment, capture_output=True, text=True, errors="replace", check=False)
+    except OSError as problem:
+        raise CountError(f"{problem}; scripts/setup installs what is missing") from problem
+    if done.returncode != 0:
+        raise CountError(f"{' '.join(map(str, command))} ended with status {done.returncode}:\n{done.stderr}")
+
+
+def _without_debug_information(folder):
+    """Copies of the program and its libraries that Valgrind 3.19 can read, which knows no DWARF 5."""
+    program = _BUILD / "bin" / "vorn-instructions"
+    if not program.exists():
+        raise CountError(f"{program} is missing; scripts/build host vorn-instructions VornFacebook makes it")
+    for path in (program, *(_BUILD / "lib").glob("*.so")):
+        _run(["llvm-strip-16", "--strip-debug", "-o", folder / path.name, path])
+    return folder / program.name
+
+
 def count():
     """The instructions of one run by the paths' names, in the order of the program."""
-    with tempfile.TemporaryDirectory(prefix="vorn-instructions-") as folder:
-        command = [
-            "valgrind", "--tool=callgrind", "--collect-atstart=no", f"--callgrind-out-file={folder}/counts",
-            _BUILD / "bin" / "vorn-instructions",
-        ]  # fmt: skip
-        environment = os.environ | {"VORN_SUBJECT": str(_BUILD / "lib" / "libVornFacebook.so"), "HOME": folder}
-        try:
-            done = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
-        except OSError as problem:
-            raise CountError(f"{problem}; scripts/setup installs valgrind") from problem
-        if done.returncode != 0:
-            raise CountError(f"{command[-1]} under callgrind ended with status {done.returncode}:\n{done.stderr}")
-        dumps = sorted(pathlib.Path(folder).glob("counts.*"), key=lambda path: int(path.suffix[1:]))
+    with tempfile.TemporaryDirectory(prefix="vorn-instructions-") as name:
+        folder = pathlib.Path(name)
+        environment = os.environ | {
+            "HOME": name,
+            "LD_LIBRARY_PATH": name,
+            "VORN_SUBJECT": str(folder / "libVornFacebook.so"),
+        }
+        program = _without_debug_information(folder)
+        options = ["--tool=callgrind", "--collect-atstart=no", f"--callgrind-out-file={folder}/counts"]
+        _run(["valgrind", *options, program], environment)
+        dumps = sorted(folder.glob("counts.*"), key=lambda path: int(path.suffix[1:]))
         counted = [read_dump(path.read_text()) for path in dumps]
     figures = {name: round(total / RUNS) for name, total in filter(None, counted)}
     if not figures:
-        raise CountError("callgrind wrote no figure: the headers of valgrind were missing when it was built")
+        raise CountError("callgrind wrote no figure")
     return figures
 
 
