@@ -152,6 +152,7 @@ void Figures::Print() const {
                     limit.unit.c_str(), BoundText(limit.bound), FigureText(limit.limit).c_str(), limit.unit.c_str(),
                     limit.IsKept() ? "yes" : "NO");
     }
+    std::fflush(stdout); // Before the errors, which have no buffer.
 }
 
 bool Figures::WriteJson(const std::string& path) const {
