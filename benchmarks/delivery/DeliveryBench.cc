@@ -34,30 +34,11 @@ void Observe(const T& result, const char* seqID) {
     sDelivered += 1;
 }
 
-template <class T>
-struct NameOf;
-template <>
-struct NameOf<InnerBaseRet> {
-    static constexpr const char* kText = "InnerBaseRet";
-};
-template <>
-struct NameOf<InnerFriendRet> {
-    static constexpr const char* kText = "InnerFriendRet";
-};
-template <>
-struct NameOf<InnerLoginRet> {
-    static constexpr const char* kText = "InnerLoginRet";
-};
-template <>
-struct NameOf<InnerLoginPluginRet> {
-    static constexpr const char* kText = "InnerLoginPluginRet";
-};
-
 // The ways of a result, each from commit to observer or to whoever collects it.
 template <class T>
 class Ways {
 public:
-    Ways() {
+    explicit Ways(const T& ret) : mRet(ret) {
         RegisterObserver<T>(ObserverID::kDirect, &Observe<T>);
         RegisterObserver<T>(kHopped, &Observe<T>);
     }
@@ -101,7 +82,7 @@ public:
 private:
     using Holder = VornInnerObserverHolder<T>;
 
-    const T mRet = SampleOf<T>();
+    const T mRet;
     const String mSeqID{kSeqID};
     // Volatile, so that the call really goes through a pointer.
     void (*volatile mObserver)(const T&, const char*) = &Observe<T>;
@@ -122,9 +103,8 @@ struct Tables {
 };
 
 template <class T>
-void AddTimes(Tables& tables) {
-    const std::string record = NameOf<T>::kText;
-    const Ways<T> ways;
+void AddTimes(Tables& tables, const std::string& record, const T& ret) {
+    const Ways<T> ways(ret);
     Comparison comparison;
     AddWay(comparison, "direct", ways, &Ways<T>::Direct);
     AddWay(comparison, "direct floor", ways, &Ways<T>::DirectByHand);
@@ -153,9 +133,8 @@ void AddTimes(Tables& tables) {
 }
 
 template <class T>
-void AddAllocations(Tables& tables) {
-    const std::string record = NameOf<T>::kText;
-    const Ways<T> ways;
+void AddAllocations(Tables& tables, const std::string& record, const T& ret) {
+    const Ways<T> ways(ret);
     const auto count = static_cast<double>(AllocationsOf([&] { ways.Direct(); }));
     const auto floor = static_cast<double>(AllocationsOf([&] { ways.DirectByHand(); }));
     const auto bridge = static_cast<double>(AllocationsOf([&] { ways.DirectAsJson(); }));
@@ -166,32 +145,33 @@ void AddAllocations(Tables& tables) {
 
 // Each way must have an effect, or nothing is measured.
 template <class T>
-void CheckWays() {
-    const Ways<T> ways;
+void CheckWays(const T& ret) {
+    const Ways<T> ways(ret);
     for (const auto way : {&Ways<T>::Direct, &Ways<T>::DirectByHand, &Ways<T>::DirectAsJson, &Ways<T>::Hopped,
                            &Ways<T>::HoppedByHand, &Ways<T>::HoppedAsJson}) {
         const size_t before = sDelivered;
         (ways.*way)();
         REQUIRE(sDelivered == before + 1);
     }
-    VornInnerObserverHolder<T>::CommitToTaskQueue(SampleOf<T>(), kNobody, kSeqID);
+    VornInnerObserverHolder<T>::CommitToTaskQueue(ret, kNobody, kSeqID);
     REQUIRE(TakeCachedResult<T>(kSeqID).has_value());
 }
 
 template <class T>
-void Measure(Tables& tables) {
-    CheckWays<T>();
-    AddTimes<T>(tables);
-    AddAllocations<T>(tables);
+void Measure(Tables& tables, const std::string& record, const T& ret) {
+    CheckWays(ret);
+    AddTimes(tables, record, ret);
+    AddAllocations(tables, record, ret);
 }
 
 TEST_CASE("Result delivery against its floor and a JSON bridge", "[delivery]") {
     const LogModeSetting quiet(LogMode::kOff);
     Tables tables;
-    Measure<InnerBaseRet>(tables);
-    Measure<InnerFriendRet>(tables);
-    Measure<InnerLoginRet>(tables);
-    Measure<InnerLoginPluginRet>(tables);
+    Measure(tables, "InnerBaseRet", SampleBaseRet());
+    Measure(tables, "InnerFriendRet", SampleFriendRet(0));
+    Measure(tables, "InnerFriendRet with three friends", SampleFriendRet(3));
+    Measure(tables, "InnerLoginRet", SampleLoginRet());
+    Measure(tables, "InnerLoginPluginRet", SampleLoginPluginRet());
     Figures& figures = Figures::Instance();
     figures.Add(tables.observed);
     figures.Add(tables.cached);

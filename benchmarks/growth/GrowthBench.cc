@@ -96,15 +96,7 @@ Comparison::Sample DeliverToOneOf(size_t count) {
 }
 
 Comparison::Sample DeliverFriends(size_t count) {
-    InnerFriendRet ret = SampleFriendRet();
-    InnerPersonInfo person;
-    person.coreText1 = "10150000000000001";
-    person.coreText2 = "Ada Lovelace";
-    person.coreText4 = "https://example.com/pictures/10150000000000001.jpg";
-    for (size_t i = 0; i < count; ++i) {
-        ret.friendInfoList.push_back(person);
-    }
-    return [ret = std::make_shared<const InnerFriendRet>(ret), seqID = String(kSeqID)](Meter meter) {
+    return [ret = std::make_shared<const InnerFriendRet>(SampleFriendRet(count)), seqID = String(kSeqID)](Meter meter) {
         RegisterObserver<InnerFriendRet>(ObserverID::kDirect, &Observe<InnerFriendRet>);
         meter.measure(
             [&] { VornInnerObserverHolder<InnerFriendRet>::CommitToTaskQueue(*ret, ObserverID::kDirect, seqID); });

@@ -11,9 +11,16 @@ InnerBaseRet SampleBaseRet() {
     return ret;
 }
 
-InnerFriendRet SampleFriendRet() {
-    InnerFriendRet ret(RetCode::kNotSupported);
+InnerFriendRet SampleFriendRet(size_t friends) {
+    InnerFriendRet ret(friends == 0 ? RetCode::kNotSupported : RetCode::kSuccess);
     ret.methodNameID = 220;
+    InnerPersonInfo person;
+    person.coreText1 = "10150000000000001";
+    person.coreText2 = "Ada Lovelace";
+    person.coreText4 = "https://example.com/pictures/10150000000000001.jpg";
+    for (size_t i = 0; i < friends; ++i) {
+        ret.friendInfoList.push_back(person);
+    }
     return ret;
 }
 
