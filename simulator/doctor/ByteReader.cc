@@ -41,6 +41,10 @@ uint8_t ByteReader::U8(uint64_t offset) {
     return static_cast<uint8_t>(LittleEndian(offset, 1));
 }
 
+uint16_t ByteReader::U16(uint64_t offset) {
+    return static_cast<uint16_t>(LittleEndian(offset, 2));
+}
+
 uint32_t ByteReader::U32(uint64_t offset) {
     return static_cast<uint32_t>(LittleEndian(offset, 4));
 }
@@ -89,6 +93,16 @@ uint64_t ByteReader::Uleb(uint64_t& offset) {
         }
     }
     return 0;
+}
+
+int64_t ByteReader::Sleb(uint64_t& offset) {
+    const uint64_t start = offset;
+    uint64_t number = Uleb(offset);
+    const uint64_t bits = (offset - start) * 7;
+    if (!failed() && bits < 64 && (U8(offset - 1) & 0x40U) != 0) {
+        number |= ~uint64_t{0} << bits;
+    }
+    return static_cast<int64_t>(number);
 }
 
 } // namespace Tarvik::Vorn::Simulator::Doctor

@@ -31,6 +31,7 @@ public:
 
     // Little-endian unless the name says otherwise.
     uint8_t U8(uint64_t offset);
+    uint16_t U16(uint64_t offset);
     uint32_t U32(uint64_t offset);
     uint64_t U64(uint64_t offset);
     uint32_t BigEndian32(uint64_t offset);
@@ -44,6 +45,9 @@ public:
 
     // A number of seven bits a byte; `offset` then stands behind it.
     uint64_t Uleb(uint64_t& offset);
+
+    // The same with a sign.
+    int64_t Sleb(uint64_t& offset);
 
 private:
     uint64_t LittleEndian(uint64_t offset, uint64_t size);

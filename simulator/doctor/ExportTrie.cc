@@ -37,12 +37,12 @@ SymbolNames ReadExportTrie(ByteReader& trie) {
         }
         seen[at] = true;
         const uint64_t information = trie.Uleb(at);
-        trie.Part(at, information);
+        const std::string_view aboutSymbol = trie.Part(at, information);
         if (trie.failed()) {
             break;
         }
         if (information != 0) {
-            names.insert(node.name);
+            names.emplace(node.name, aboutSymbol);
         }
         at += information;
         const unsigned children = trie.U8(at);

@@ -248,7 +248,7 @@ private:
         }
         for (const MachOSymbol& symbol : mImage.symbols) {
             if (symbol.isDefined && symbol.isExternal) {
-                mImage.exports.emplace(symbol.name);
+                mImage.exports.emplace(symbol.name, std::string_view());
             }
         }
     }
