@@ -41,7 +41,7 @@ bool ReadSeed(const std::string& text, std::optional<uint64_t>& seed) {
     return true;
 }
 
-CLI::App* AddRun(CLI::App& app, RunOptions& options) {
+CLI::App* AddRun(CLI::App& app, CLI::Option* subject, RunOptions& options) {
     static const std::vector<std::pair<std::string, OutputFormat>> formats{{"text", OutputFormat::kText},
                                                                            {"json", OutputFormat::kJson},
                                                                            {"html", OutputFormat::kHtml},
@@ -49,6 +49,7 @@ CLI::App* AddRun(CLI::App& app, RunOptions& options) {
     static const std::vector<std::pair<std::string, TextOrder>> orders{{"request", TextOrder::kByRequest},
                                                                        {"time", TextOrder::kByTime}};
     CLI::App* const run = app.add_subcommand("run", "Plays worlds and shows what reaches the game.");
+    run->fallthrough(); // --subject may stand behind the command, too.
     run->add_option("WORLD", options.worlds, "Files, or names of shipped worlds; a tour of six without any");
     run->add_option("--format", options.format, "What to print: text, json, html or none; text unless told")
         ->transform(CLI::CheckedTransformer(formats).description(""))
@@ -68,7 +69,8 @@ CLI::App* AddRun(CLI::App& app, RunOptions& options) {
         ->type_name("SEED");
     run->add_option("--config", options.config, "The core's configuration, a JSON file")->type_name("FILE");
     run->add_option("--plugin", options.plugin, "The plugin library to load; the one of this build unless told")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->excludes(subject);
     run->add_flag("--show-tokens", options.showTokens, "Show access tokens");
     return run;
 }
@@ -91,7 +93,11 @@ std::optional<Command> ParseCommandLine(int argc, char** argv, int& exitStatus) 
 
     RunOptions run;
     run.plugin = PluginOfThisBuild();
-    const CLI::App* const runCommand = AddRun(app, run);
+    CLI::Option* const subject =
+        app.add_option("--subject", run.subject,
+                       "What `run` plays against: a VornFacebook.xcframework, a framework in it, or the binary in that")
+            ->type_name("PATH");
+    const CLI::App* const runCommand = AddRun(app, subject, run);
 
     WorldsOptions worlds;
     CLI::App* const worldsCommand =
@@ -115,6 +121,10 @@ std::optional<Command> ParseCommandLine(int argc, char** argv, int& exitStatus) 
         app.add_subcommand("doctor", "Checks how a game integrates the plugin: an Info.plist, an app, a framework.");
     doctorCommand->add_option("PATH", doctor.path, "An Info.plist, an .app folder, a framework")->required();
     AddJson(*doctorCommand, doctor.json);
+
+    for (CLI::App* const other : {worldsCommand, newCommand, explainCommand, doctorCommand}) {
+        other->excludes(subject);
+    }
 
     try {
         app.parse(argc, argv);

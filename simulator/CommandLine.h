@@ -21,7 +21,8 @@ enum class OutputFormat { kText, kJson, kHtml, kNone };
 struct RunOptions {
     std::vector<std::string> worlds; // Paths and shipped names; the tour when there is none.
     std::string plugin;              // The library; the one that was built with this program unless another is named.
-    std::string config;              // The core's configuration, before the world's own; empty for none.
+    std::string subject; // The framework, or binary of one, to run in place of that library; empty for none.
+    std::string config;  // The core's configuration, before the world's own; empty for none.
     OutputFormat format = OutputFormat::kText;
     TextOrder order = TextOrder::kByRequest;
     std::optional<uint64_t> seed;

@@ -1,5 +1,6 @@
 #include "RunCommand.h"
 
+#include "Runner.h"
 #include "ShippedWorlds.h"
 #include "Simulation.h"
 #include "VornConfig.h"
@@ -125,6 +126,18 @@ bool PlayAll(const std::vector<World>& worlds, SimulationOptions how, bool tells
     return holds;
 }
 
+// Loads what the worlds are to be played against. Empty when all is well.
+std::string LoadSubject(const RunOptions& options) {
+    if (options.subject.empty()) {
+        return LoadChannel(options.plugin);
+    }
+    std::string binary;
+    if (const std::optional<LocatedError> error = Runner::FindImageFile(options.subject, binary)) {
+        return error->text();
+    }
+    return LoadChannel(binary);
+}
+
 } // namespace
 
 bool WantsColor(std::FILE* out) {
@@ -147,7 +160,7 @@ int RunWorlds(const RunOptions& options) {
             return Reject(badConfig->text());
         }
     }
-    if (const std::string problem = LoadChannel(options.plugin); !problem.empty()) {
+    if (const std::string problem = LoadSubject(options); !problem.empty()) {
         return Reject(problem);
     }
 

@@ -27,7 +27,8 @@ struct SimulationOptions {
     std::function<void(uint64_t played)> played; // Told after each step, rounds of repeats included; may be empty.
 };
 
-// Loads the plugin's library, once per process. Empty when all is well, otherwise what is wrong and what to do.
+// Loads the plugin's library, once per process: one for Linux, or the binary of a framework for simulators, which the
+// runner loads and tells of on standard error. Empty when all is well, otherwise what is wrong and what to do.
 std::string LoadChannel(const std::string& library);
 
 class Simulation {

@@ -16,6 +16,7 @@
 #include "PlatformFaults.h"
 #include "PlatformReset.h"
 #include "RequestTitles.h"
+#include "Runner.h"
 #include "Schedule.h"
 #include "SettingPlayer.h"
 #include "SystemPlayer.h"
@@ -113,12 +114,22 @@ void BeginAnew() {
     }
 }
 
+// Loads a library for Linux, or the binary that ships.
+bool LoadLibrary(const std::string& library, std::string& problem) {
+    if (!Runner::IsImageFile(library)) {
+        return LoadPluginLibrary(library, problem);
+    }
+    const std::optional<LocatedError> error = Runner::LoadImage(library, stderr);
+    problem = error ? error->text() : "";
+    return !error;
+}
+
 std::string LoadPlugins(const std::string& library, Plugins& channel) {
     if (channel.friends != nil) {
         return "";
     }
     std::string problem;
-    if (!LoadPluginLibrary(library, problem)) {
+    if (!LoadLibrary(library, problem)) {
         return problem;
     }
     const Plugins found{FindLoginPlugin("Facebook", problem), FindFriendPlugin("Facebook", problem),

@@ -45,7 +45,7 @@ _vornsim() {
     word=${COMP_WORDS[index]}
     if [[ -z $only_arguments && $word == -- ]]; then
       only_arguments=yes
-    elif [[ -z $only_arguments && $word =~ ^--(format|order|seed|config|plugin)$ ]]; then
+    elif [[ -z $only_arguments && $word =~ ^--(format|order|seed|config|plugin|subject)$ ]]; then
       [[ ${COMP_WORDS[index + 1]} == '=' ]] && index=$((index + 1))
       index=$((index + 1))
     elif [[ -z $only_arguments && $word == -* ]]; then
@@ -65,12 +65,13 @@ _vornsim() {
       run--seed) _vornsim_words "$typed" random; return ;;
       run--config) _vornsim_files "$typed" .json; return ;;
       run--plugin) _vornsim_files "$typed" .so; return ;;
+      --subject | run--subject) _vornsim_files "$typed" ''; return ;;
     esac
   fi
 
   if [[ -z $only_arguments && $typed == -* ]]; then
     case $command in
-      '') _vornsim_words "$typed" -h --help --version ;;
+      '') _vornsim_words "$typed" -h --help --version --subject ;;
       run) _vornsim_words "$typed" -h --help --format --order --seed --config --plugin --show-tokens ;;
       worlds | explain | doctor) _vornsim_words "$typed" -h --help --format ;;
       new) _vornsim_words "$typed" -h --help ;;

@@ -12,7 +12,7 @@ function __vornsim_arguments
     for word in (commandline -opc)[2..-1]
         if test $value = yes
             set value no
-        else if contains -- $word --format --order --seed --config --plugin
+        else if contains -- $word --format --order --seed --config --plugin --subject
             set value yes
         else if not string match -q -- '-*' $word
             echo $word
@@ -35,6 +35,7 @@ complete -c vornsim -f
 
 complete -c vornsim -n __vornsim_without_command -s h -l help -d 'Print the commands'
 complete -c vornsim -n __vornsim_without_command -l version -d 'Print the version'
+complete -c vornsim -n __vornsim_without_command -l subject -r -F -d 'The framework that run plays against'
 complete -c vornsim -n __vornsim_without_command -a run -d 'Play worlds and show what reaches the game'
 complete -c vornsim -n __vornsim_without_command -a worlds -d 'List the shipped worlds and the questions they answer'
 complete -c vornsim -n __vornsim_without_command -a new -d 'Write a world to begin with'

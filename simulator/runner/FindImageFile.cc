@@ -1,7 +1,7 @@
 #include "Runner.h"
 
 #include "../doctor/FileBytes.h"
-#include "ImageFile.h"
+#include "ImageLayout.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -45,7 +45,7 @@ std::vector<fs::path> FrameworksIn(const fs::path& xcframework) {
 bool HasSliceThatRuns(const fs::path& binary) {
     const auto bytes = Simulator::Doctor::ReadFileBytes(binary.string(), kLargestFile);
     const auto* const text = std::get_if<std::string>(&bytes);
-    return text != nullptr && std::holds_alternative<ImageLayout>(ReadSlice(*text));
+    return text != nullptr && std::holds_alternative<ImageLayout>(ReadImageLayout(*text));
 }
 
 } // namespace

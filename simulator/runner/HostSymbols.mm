@@ -7,6 +7,7 @@
 #import <Foundation/Foundation.h>
 #import <objc/runtime.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -20,7 +21,13 @@ namespace {
 
 constexpr std::string_view kClass = "_OBJC_CLASS_$_";
 constexpr std::string_view kMetaclass = "_OBJC_METACLASS_$_";
+constexpr std::string_view kAnyExceptionType = "_OBJC_EHTYPE_id";
 constexpr std::string_view kExceptionType = "_OBJC_EHTYPE_$_";
+
+// std::mutex and std::condition_variable, whose functions would get the variables of the image as they are, and what
+// ThreadFunctions.h leaves out.
+constexpr std::array<std::string_view, 4> kOfOtherLayout{"__ZNSt3__15mutex", "__ZNSt3__118condition_variable",
+                                                         "_pthread_cond_", "_pthread_rwlock_"};
 
 // Read by the image to see whether a function has overwritten its stack; any value will do.
 uint64_t sStackGuard = 0x00AFDE0DC0DE6B1A;
@@ -88,26 +95,12 @@ void* FunctionWithHostIntegers(const std::string& name) {
     return nullptr;
 }
 
-} // namespace
-
-std::string WithHostIntegers(std::string_view name, size_t from) {
-    std::string host(name);
-    for (size_t at = from; at < host.size(); ++at) {
-        size_t length = 0;
-        const auto [end, failure] = std::from_chars(host.data() + at, host.data() + host.size(), length);
-        if (failure == std::errc()) { // A name, with its length before it, or S0_, which stands for an earlier one.
-            const auto digits = static_cast<size_t>(end - (host.data() + at));
-            at += host[at - 1] == 'S' ? digits - 1 : digits + length - 1;
-        } else if (host[at] == 'x') {
-            host[at] = 'l';
-        } else if (host[at] == 'y') {
-            host[at] = 'm';
-        }
-    }
-    return host;
+// Variables of these, initialised by the image, are not what the functions here expect.
+bool IsOfOtherLayout(std::string_view symbol) {
+    return std::ranges::any_of(kOfOtherLayout, [symbol](std::string_view start) { return symbol.starts_with(start); });
 }
 
-void* FindHostSymbol(std::string_view symbol) {
+void* Find(std::string_view symbol) {
     for (void* (*const find)(std::string_view) : {&RuntimeFunction, &ThreadFunction, &OtherSymbol}) {
         if (void* const found = find(symbol)) {
             return found;
@@ -128,6 +121,34 @@ void* FindHostSymbol(std::string_view symbol) {
     const std::string name(symbol.substr(1));
     void* const found = LinkerSymbol(name);
     return found == nullptr && name.starts_with("_Z") ? FunctionWithHostIntegers(name) : found;
+}
+
+} // namespace
+
+std::string WithHostIntegers(std::string_view name, size_t from) {
+    std::string host(name);
+    for (size_t at = from; at < host.size(); ++at) {
+        size_t length = 0;
+        const auto [end, failure] = std::from_chars(host.data() + at, host.data() + host.size(), length);
+        if (failure == std::errc()) { // A name, with its length before it, or S0_, which stands for an earlier one.
+            const auto digits = static_cast<size_t>(end - (host.data() + at));
+            const bool isEarlier = at > 0 && host[at - 1] == 'S';
+            at += isEarlier ? digits - 1 : digits + std::min(length, host.size()) - 1;
+        } else if (host[at] == 'x') {
+            host[at] = 'l';
+        } else if (host[at] == 'y') {
+            host[at] = 'm';
+        }
+    }
+    return host;
+}
+
+std::optional<void*> FindHostSymbol(std::string_view symbol) {
+    if (symbol == kAnyExceptionType) {
+        return nullptr; // As tables of handlers have it here.
+    }
+    void* const found = IsOfOtherLayout(symbol) ? nullptr : Find(symbol);
+    return found == nullptr ? std::nullopt : std::optional<void*>(found);
 }
 
 } // namespace Tarvik::Vorn::Runner

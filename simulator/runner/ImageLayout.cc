@@ -1,5 +1,8 @@
 #include "ImageLayout.h"
 
+#include "../doctor/FindingText.h"
+#include "../doctor/MachOFile.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <limits>
@@ -7,6 +10,8 @@
 
 namespace Tarvik::Vorn::Runner {
 namespace {
+
+using namespace Simulator::Doctor;
 
 constexpr uint64_t kHeaderSize = 32;
 constexpr uint64_t kSegmentSize = 72;
@@ -60,12 +65,7 @@ private:
     using CommandReader = void (LayoutReader::*)(uint32_t kind, uint64_t at, uint64_t size);
 
     void CheckKind() {
-        using namespace Simulator::Doctor;
-        if (mImage.processor != kProcessorX86 || mImage.platform != kPlatformSimulator) {
-            mReader.Fail(0, "the image is for " + PlatformName(mImage.platform) + " on " +
-                                ProcessorName(mImage.processor) +
-                                "; only those for the iOS simulator on x86_64 run here");
-        } else if (mImage.fileType != kFileTypeLibrary) {
+        if (mImage.fileType != kFileTypeLibrary) {
             mReader.Fail(0, "the image is no dynamic library");
         }
     }
@@ -212,8 +212,20 @@ uint64_t ImageLayout::FileOffsetOf(std::string_view part) const {
     return part.empty() ? fileOffset : fileOffset + static_cast<uint64_t>(part.data() - slice.data());
 }
 
-std::variant<ImageLayout, ByteError> ReadImageLayout(const MachOImage& image, uint64_t fileOffset) {
-    return LayoutReader(image, fileOffset).Read();
+std::variant<ImageLayout, ByteError> ReadImageLayout(std::string_view file) {
+    const std::variant<MachOFile, ByteError> parsed = ParseMachO(file);
+    if (const auto* error = std::get_if<ByteError>(&parsed)) {
+        return *error;
+    }
+    std::vector<std::string> others;
+    for (const MachOImage& image : std::get<MachOFile>(parsed).images) {
+        if (image.processor == kProcessorX86 && image.platform == kPlatformSimulator) {
+            return LayoutReader(image, static_cast<uint64_t>(image.bytes.data() - file.data())).Read();
+        }
+        others.push_back(PlatformName(image.platform) + " on " + ProcessorName(image.processor));
+    }
+    return ByteError{0, "the file has code for " + Listed(others) +
+                            "; here runs only what is for the iOS simulator on x86_64"};
 }
 
 } // namespace Tarvik::Vorn::Runner

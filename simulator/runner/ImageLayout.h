@@ -3,7 +3,6 @@
 #pragma once
 
 #include "../doctor/ByteReader.h"
-#include "../doctor/MachOFile.h"
 
 #include <cstdint>
 #include <map>
@@ -16,7 +15,6 @@ namespace Tarvik::Vorn::Runner {
 
 using Simulator::Doctor::ByteError;
 using Simulator::Doctor::ByteReader;
-using Simulator::Doctor::MachOImage;
 
 inline constexpr uint64_t kPageSize = 4096;
 inline constexpr uint64_t kPointerSize = 8;
@@ -60,7 +58,7 @@ struct ImageLayout {
     uint64_t FileOffsetOf(std::string_view part) const;
 };
 
-// Refuses by name what the runner cannot do. `fileOffset`: of the slice, in its file.
-std::variant<ImageLayout, ByteError> ReadImageLayout(const MachOImage& image, uint64_t fileOffset);
+// Of the slice of a Mach-O file that can run here. Refuses by name what the runner cannot do.
+std::variant<ImageLayout, ByteError> ReadImageLayout(std::string_view file);
 
 } // namespace Tarvik::Vorn::Runner

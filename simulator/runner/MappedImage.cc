@@ -38,15 +38,14 @@ MappedImage::~MappedImage() {
 std::vector<std::string> MappedImage::BindSymbols(const Fixups& fixups, const Finder& find) {
     std::set<std::string> missing;
     for (const Bind& bind : fixups.binds) {
-        const void* const symbol = find(bind.symbol);
-        if (symbol == nullptr && !bind.isOptional) {
+        const std::optional<void*> symbol = find(bind.symbol);
+        if (!symbol && !bind.isOptional) {
             missing.emplace(bind.symbol);
         }
-        Write(bind, symbol);
+        Write(bind, symbol.value_or(nullptr));
     }
     for (const Bind& bind : fixups.weakBinds) {
-        const void* const theirs = find(bind.symbol);
-        const void* const symbol = theirs != nullptr ? theirs : Exported(bind.symbol);
+        const void* const symbol = find(bind.symbol).value_or(Exported(bind.symbol));
         if (symbol != nullptr) { // Otherwise nobody else can have it either, and the image keeps its own.
             Write(bind, symbol);
         }
@@ -85,6 +84,19 @@ bool MappedImage::Contains(const void* address) const {
 void* MappedImage::Exported(std::string_view symbol) const {
     const auto found = mLayout.exports.find(symbol);
     return found == mLayout.exports.end() ? nullptr : At(found->second);
+}
+
+std::vector<const void*> MappedImage::ReferencesTo(std::string_view symbol, const Fixups& fixups) const {
+    std::vector<const void*> references;
+    for (const std::vector<Bind>* binds : {&fixups.binds, &fixups.weakBinds}) {
+        for (const Bind& bind : *binds) {
+            if (bind.symbol == symbol) {
+                const void*& reference = references.emplace_back();
+                std::memcpy(&reference, At(bind.place), sizeof(reference));
+            }
+        }
+    }
+    return references;
 }
 
 void MappedImage::WritePointer(uint64_t place, const void* value) const {

@@ -25,8 +25,8 @@ public:
     // False when the system has no memory for it; nothing else may then be asked.
     bool isMapped() const { return mBase != nullptr; }
 
-    // Finds symbols in the rest of the process; null when there is none of that name.
-    using Finder = std::function<void*(std::string_view symbol)>;
+    // Finds symbols in the rest of the process; empty when there is none of that name. A symbol may be null.
+    using Finder = std::function<std::optional<void*>(std::string_view symbol)>;
 
     // Writes the addresses of symbols. Of weak ones the rest of the process is asked first, so that there is one of each.
     // Returns the names that nobody has, each once.
@@ -46,6 +46,9 @@ public:
 
     // The address of a symbol that the image exports; null when there is none.
     void* Exported(std::string_view symbol) const;
+
+    // What has been written where the image refers to a symbol, in the order of its fixups.
+    std::vector<const void*> ReferencesTo(std::string_view symbol, const Fixups& fixups) const;
 
     void WritePointer(uint64_t place, const void* value) const;
 

@@ -7,8 +7,10 @@
 
 #include "VornLocatedError.h"
 
+#include <cstdio>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Tarvik::Vorn::Runner {
 
@@ -19,22 +21,18 @@ bool IsImageFile(const std::string& path);
 // binary in it that is for simulators. An error when there is none.
 std::optional<LocatedError> FindImageFile(const std::string& path, std::string& file);
 
-struct LoadedImage {
-    std::string path;
-    // Where it lies in memory, from `begin` on and before `end`. Reports of crashes show such addresses, and
-    // scripts/symbolise makes names of them.
-    const void* begin = nullptr;
-    const void* end = nullptr;
-};
-
-// Loads the file, in the order in which the system does: addresses, classes, +load, C++ initialisers. Empty with an
-// error when it cannot; what has been registered of its classes by then stays.
-std::optional<LoadedImage> LoadImage(const std::string& path, LocatedError& error);
+// Loads the file, in the order in which the system does: addresses, classes, +load, C++ initialisers. An error when it
+// cannot; what has been registered of its classes by then stays.
+//
+// Before any of its code runs, a line on `report` tells between which addresses the image lies. Reports of crashes show
+// such addresses; scripts/symbolise, which reads the line, makes names of them.
+std::optional<LocatedError> LoadImage(const std::string& path, std::FILE* report);
 
 // The address of what a loaded image exports, by its name in C or its linker name in C++; null when there is none.
 void* ImageSymbol(const std::string& name);
 
-// One line that scripts/symbolise reads.
-std::string WhereItLies(const LoadedImage& image);
+// The addresses to which loaded images refer by that name, one for each reference through the loader. None when the
+// symbol is not known to it, as one that is hidden.
+std::vector<const void*> ImageReferencesTo(const std::string& name);
 
 } // namespace Tarvik::Vorn::Runner

@@ -18,12 +18,9 @@ bool sIsImage = false;
 }
 
 void LoadImageAt(const char* path) {
-    LocatedError error;
-    const std::optional<Runner::LoadedImage> image = Runner::LoadImage(path, error);
-    if (!image) {
-        Fail("", error.text().c_str());
+    if (const std::optional<LocatedError> error = Runner::LoadImage(path, stderr)) {
+        Fail("", error->text().c_str());
     }
-    std::fprintf(stderr, "%s\n", Runner::WhereItLies(*image).c_str());
 }
 
 } // namespace

@@ -68,8 +68,9 @@ def options_of_its_own(command):
 
 
 def options_with_a_value(*of):
-    """The options of these commands that have a value; of all commands when none is named."""
-    return {name for command in of or commands() for name, value in help_of(command).options.items() if value}
+    """The options of these commands that have a value; of the program and of all commands when none is named."""
+    helps = [help_of(command) for command in of or commands()] + ([] if of else [help_of()])
+    return {name for each in helps for name, value in each.options.items() if value}
 
 
 def options_in(text):

@@ -1,0 +1,8 @@
+// Calls what nobody has.
+extern "C" void VornNobodyHasThis();
+
+__attribute__((visibility("default"))) extern "C" void VornCallsNobody();
+
+void VornCallsNobody() {
+    VornNobodyHasThis();
+}
