@@ -135,6 +135,11 @@ std::string LoadSubject(const RunOptions& options) {
     if (const std::optional<LocatedError> error = Runner::FindImageFile(options.subject, binary)) {
         return error->text();
     }
+    if (!Runner::IsImageFile(binary)) {
+        return LocatedError{binary, 0, 0, "this is no Mach-O file",
+                            "name a VornFacebook.xcframework, or use --plugin for a library for Linux"}
+            .text();
+    }
     return LoadChannel(binary);
 }
 

@@ -3,7 +3,7 @@
 
 #include "LinkNames.h"
 #include "RunProgram.h"
-#include "Subject.h"
+#include "ShippedBinary.h"
 
 #include "VornFacebookVersion.h"
 

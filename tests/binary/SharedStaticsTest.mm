@@ -6,6 +6,7 @@
 #include "PluginTest.h"
 #include "RunProgram.h"
 #include "Runner.h"
+#include "ShippedBinary.h"
 #include "VornConfig.h"
 #include "VornDefine.h"
 #include "VornObservers.h"

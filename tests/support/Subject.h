@@ -2,8 +2,6 @@
 // environment variable VORN_SUBJECT names the file: the library for Linux, or the binary that ships, which the runner loads.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 namespace Tarvik::Vorn::Test {
@@ -14,13 +12,6 @@ void LoadSubject();
 
 // Whether the library is the binary that ships. Loads it.
 bool SubjectIsShippedBinary();
-
-// Leaves a test that cannot hold for the binary that ships; GoogleTest counts it as skipped. `why` is a text.
-#define SKIP_FOR_SHIPPED_BINARY(why)                                                                                   \
-    if (::Tarvik::Vorn::Test::SubjectIsShippedBinary()) {                                                              \
-        GTEST_SKIP() << "not for the binary that ships: " << why;                                                      \
-    }                                                                                                                  \
-    static_assert(true)
 
 // The address of a symbol that the loaded library defines or sees; null when there is none.
 void* SubjectSymbol(const std::string& name);
