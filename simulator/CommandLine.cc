@@ -41,7 +41,7 @@ bool ReadSeed(const std::string& text, std::optional<uint64_t>& seed) {
     return true;
 }
 
-CLI::App* AddRun(CLI::App& app, CLI::Option* subject, RunOptions& options) {
+CLI::App* AddRun(CLI::App& app, RunOptions& options) {
     static const std::vector<std::pair<std::string, OutputFormat>> formats{{"text", OutputFormat::kText},
                                                                            {"json", OutputFormat::kJson},
                                                                            {"html", OutputFormat::kHtml},
@@ -69,8 +69,7 @@ CLI::App* AddRun(CLI::App& app, CLI::Option* subject, RunOptions& options) {
         ->type_name("SEED");
     run->add_option("--config", options.config, "The core's configuration, a JSON file")->type_name("FILE");
     run->add_option("--plugin", options.plugin, "The plugin library to load; the one of this build unless told")
-        ->type_name("FILE")
-        ->excludes(subject);
+        ->type_name("FILE");
     run->add_flag("--show-tokens", options.showTokens, "Show access tokens");
     return run;
 }
@@ -83,6 +82,19 @@ void AddJson(CLI::App& command, bool& json) {
         ->type_name("FORMAT");
 }
 
+// Only `run` loads a library, and it loads one. CLI11 can say so by itself, but then says so in its help, too.
+void CheckSubject(const CLI::App& app, const CLI::App& run) {
+    if (app.count("--subject") == 0) {
+        return;
+    }
+    if (!run.parsed()) {
+        throw CLI::ExcludesError("--subject", "every command but run");
+    }
+    if (run.count("--plugin") != 0) {
+        throw CLI::ExcludesError("--plugin", "--subject");
+    }
+}
+
 } // namespace
 
 std::optional<Command> ParseCommandLine(int argc, char** argv, int& exitStatus) {
@@ -93,11 +105,10 @@ std::optional<Command> ParseCommandLine(int argc, char** argv, int& exitStatus) 
 
     RunOptions run;
     run.plugin = PluginOfThisBuild();
-    CLI::Option* const subject =
-        app.add_option("--subject", run.subject,
-                       "What `run` plays against: a VornFacebook.xcframework, a framework in it, or the binary in that")
-            ->type_name("PATH");
-    const CLI::App* const runCommand = AddRun(app, subject, run);
+    app.add_option("--subject", run.subject,
+                   "What `run` plays against: a VornFacebook.xcframework, a framework in it, or the binary in that")
+        ->type_name("PATH");
+    const CLI::App* const runCommand = AddRun(app, run);
 
     WorldsOptions worlds;
     CLI::App* const worldsCommand =
@@ -122,12 +133,9 @@ std::optional<Command> ParseCommandLine(int argc, char** argv, int& exitStatus) 
     doctorCommand->add_option("PATH", doctor.path, "An Info.plist, an .app folder, a framework")->required();
     AddJson(*doctorCommand, doctor.json);
 
-    for (CLI::App* const other : {worldsCommand, newCommand, explainCommand, doctorCommand}) {
-        other->excludes(subject);
-    }
-
     try {
         app.parse(argc, argv);
+        CheckSubject(app, *runCommand);
     } catch (const CLI::ParseError& error) {
         std::ostringstream problem; // It repeats what was typed, which must not reach the terminal as it is.
         exitStatus = app.exit(error, std::cout, problem) == 0 ? kGood : kBadInput;

@@ -93,9 +93,9 @@ class Subjects(unittest.TestCase):
         self.assert_refused(f"{text}: this is no Mach-O file; name a", "--plugin", arguments=("--subject", text, "run"))
 
     def test_one_library_is_loaded_and_only_to_be_played_with(self):
-        self.assert_refused("--plugin", "excludes", "--subject",
+        self.assert_refused("--plugin excludes --subject",
                             arguments=("--subject", BINARY, "run", "--plugin", "x.so", "share-completed"))
-        self.assert_refused("--subject", arguments=("--subject", BINARY, "worlds"))
+        self.assert_refused("--subject excludes every command but run", arguments=("--subject", BINARY, "worlds"))
 
 
 if __name__ == "__main__":
