@@ -61,7 +61,7 @@ std::variant<std::vector<const void*>, ByteError> ReadInitialisers(const MappedI
 std::variant<std::unique_ptr<PreparedImage>, std::string> PreparedImage::Prepare(std::string file,
                                                                                  const MappedImage::Finder& find) {
     std::unique_ptr<PreparedImage> image(new PreparedImage(std::move(file)));
-    const std::string problem = image->Read(find);
+    std::string problem = image->Read(find);
     if (!problem.empty()) {
         return problem;
     }

@@ -49,7 +49,7 @@ std::string AddressText(const char* address) {
 // Makes the process know the image, and runs what runs when it is loaded. What is wrong, in words; empty when all is well.
 std::string Start(const Image& image, std::FILE* report) {
     const MappedImage& mapped = image.prepared->mapped();
-    const std::string problem = image.bridge->Register();
+    std::string problem = image.bridge->Register();
     if (!problem.empty()) {
         return problem;
     }

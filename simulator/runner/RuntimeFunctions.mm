@@ -60,7 +60,7 @@ id AllocInit(Class which) {
 }
 
 id AllocWithZone(Class which) {
-    return [which allocWithZone:NULL];
+    return [which allocWithZone:nullptr];
 }
 
 id New(Class which) {

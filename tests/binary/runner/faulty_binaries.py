@@ -3,6 +3,7 @@ the commands by which they were compiled and linked.
 """
 
 import json
+import os
 import pathlib
 import shlex
 import shutil
@@ -15,8 +16,15 @@ EXPORTS = SOURCE / "platform/ios/exports.txt"
 NAME = "VornFacebook"
 
 
+# Variables that steer a compiler behind the commands' back.
+STEERING = ("CPATH", "C_INCLUDE_PATH", "CPLUS_INCLUDE_PATH", "OBJC_INCLUDE_PATH", "LIBRARY_PATH", "SDKROOT",
+            "IPHONEOS_DEPLOYMENT_TARGET")
+
+
 def run(*command, **options):
-    return subprocess.run([str(part) for part in command], capture_output=True, text=True, check=False, **options)
+    environment = {name: value for name, value in os.environ.items() if name not in STEERING}
+    return subprocess.run([str(part) for part in command], capture_output=True, text=True, check=False, env=environment,
+                          **options)
 
 
 def checked(*command, **options):
