@@ -102,7 +102,10 @@ std::string Format(const char* format, va_list arguments) {
         return FormatByTheLibrary(format, arguments);
     }
     std::string text = FormatPlainly(format, arguments);
-    return text.size() <= INT_MAX ? text : Unformatted(format); // The bound of the C library.
+    if (text.size() > INT_MAX) { // The bound of the C library.
+        return Unformatted(format);
+    }
+    return text;
 }
 
 } // namespace Tarvik::Vorn
