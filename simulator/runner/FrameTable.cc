@@ -120,7 +120,7 @@ void FrameTable::Finish(size_t start) {
     std::memcpy(&mBytes[start], &length, sizeof(length));
 }
 
-// Two unwinders are in a process with libc++, and either may serve a throw. Each is told through its own handle: they
+// Two unwinders are in a process with libc++; the order of its libraries decides which serves a throw. Each is told through its own handle: they
 // have functions of the same names, of which only one would be found, and libunwind's does nothing with whole tables.
 void RegisterFrames(const MappedImage& image, const std::vector<UnwindEntry>& entries) {
     static std::vector<std::unique_ptr<FrameTable>>& tables = *new std::vector<std::unique_ptr<FrameTable>>;

@@ -26,7 +26,7 @@ protected:
 
     // Copies an image of these tests into a framework of that folder.
     fs::path Framework(const std::string& image, const std::string& folder) const {
-        const fs::path framework = mFolder / folder / "Game.framework";
+        fs::path framework = mFolder / folder / "Game.framework";
         fs::create_directories(framework);
         fs::copy_file(VORN_IMAGES "/" + image, framework / "Game");
         return framework;

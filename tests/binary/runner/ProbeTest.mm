@@ -11,6 +11,8 @@
 
 #import <objc/runtime.h>
 
+#include <array>
+#include <execinfo.h>
 #include <stdexcept>
 #include <string>
 
@@ -168,6 +170,23 @@ TEST_F(ProbeTest, ObjectiveCExceptionsPassAndDestroyObjectsOnTheirWay) {
 
     EXPECT_EQ(caught, "Raised");
     EXPECT_EQ(destroyed, 1);
+}
+
+// The C library makes backtraces with an unwinder of its own choice.
+TEST_F(ProbeTest, BacktracesPassIt) {
+    std::array<void*, 256> frames{};
+    const int here = backtrace(frames.data(), static_cast<int>(frames.size()));
+    __block int inside = 0;
+    int destroyed = 0;
+
+    [Probe()
+            call:^{
+                std::array<void*, 256> more{};
+                inside = backtrace(more.data(), static_cast<int>(more.size()));
+            }
+        counting:&destroyed];
+
+    EXPECT_GE(inside, here + 2);
 }
 
 TEST_F(ProbeTest, ItsOwnExceptionsLeaveIt) {
