@@ -14,8 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uint64_t kLargestFile = uint64_t{256} << 20U;
-
 // The name of the binary in a framework: that of its folder.
 fs::path BinaryIn(const fs::path& framework) {
     return framework / framework.stem();

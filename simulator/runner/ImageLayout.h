@@ -19,6 +19,9 @@ using Simulator::Doctor::ByteReader;
 inline constexpr uint64_t kPageSize = 4096;
 inline constexpr uint64_t kPointerSize = 8;
 
+// The plugin's file has a third of a megabyte. One that is larger than this is not read.
+inline constexpr uint64_t kLargestFile = uint64_t{256} << 20U;
+
 // Places in an image are bytes from its lowest address on.
 struct Segment {
     std::string_view name;

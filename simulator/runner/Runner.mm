@@ -19,8 +19,6 @@ namespace {
 
 using namespace Simulator::Doctor;
 
-constexpr uint64_t kLargestFile = uint64_t{256} << 20U;
-
 // Everything of a loaded image, for as long as the process runs.
 struct Image {
     std::string path;

@@ -7,8 +7,9 @@
 
 .text
 
-// VornSend NAME, SELF, SELECTOR, LOOKUP: for the lookup, SELF and SELECTOR say which of the argument registers have the
-// two; super sends have a pair in place of the receiver, which is the first word of the pair.
+// VornSend NAME, LOOKUP, HAS_RESULT_IN_MEMORY, IS_SUPER: receiver and selector are the first two arguments; where the result
+// goes to memory, its place is the first, and they are the next two. Super sends have the address of a pair in place of the
+// receiver, which is the first word of the pair; there is always one.
 .macro VornSend name, lookup, hasResultInMemory, isSuper
     .globl \name
     .hidden \name
