@@ -54,7 +54,7 @@ void UseGamingPermissions(NSMutableArray* list) {
 
 @implementation VornLoginFacebook
 
-VORN_SINGLETON_FAMILY
+VORN_SINGLETON_FAMILY(VornLoginFacebook)
 
 #pragma mark - Requests from the core
 

@@ -7,7 +7,7 @@ using namespace Tarvik::Vorn;
 
 @implementation VornReportFacebook
 
-VORN_SINGLETON_FAMILY
+VORN_SINGLETON_FAMILY(VornReportFacebook)
 
 #pragma mark - Requests from the core
 

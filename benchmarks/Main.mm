@@ -4,7 +4,7 @@
 //
 // Exit status 0 when every limit is kept, 1 when one is not, 2 when something could not be measured.
 
-#include "Runner.h"
+#include "RunBenchmarks.h"
 
 #import <Foundation/Foundation.h>
 

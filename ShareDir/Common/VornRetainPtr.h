@@ -16,11 +16,13 @@
 
 namespace Tarvik::Vorn {
 
-// What RetainPtr does for objects of every type, once.
+// What RetainPtr does for objects of every type, once. `Object` is always id; a template, so that a module in which NSObject
+// is only declared can hold this header.
+template <class Object>
 class RetainedObject {
 public:
     RetainedObject() = default;
-    explicit RetainedObject(id object) : mObject([object retain]) {}
+    explicit RetainedObject(Object object) : mObject([object retain]) {}
     RetainedObject(const RetainedObject& other) : mObject([other.mObject retain]) {}
     RetainedObject(RetainedObject&& other) noexcept : mObject(std::exchange(other.mObject, nil)) {}
     ~RetainedObject() { [mObject release]; }
@@ -32,15 +34,15 @@ public:
     }
 
 protected:
-    id mObject = nil;
+    Object mObject = nil;
 };
 
 // T is an object pointer type: NSString*, id, id<Protocol>.
 template <class T>
-class RetainPtr : private RetainedObject {
+class RetainPtr : private RetainedObject<id> {
 public:
     RetainPtr() = default;
-    explicit RetainPtr(T object) : RetainedObject(object) {}
+    explicit RetainPtr(T object) : RetainedObject<id>(object) {}
 
     // Takes over the reference that the caller owns.
     static RetainPtr Adopt(T object) {

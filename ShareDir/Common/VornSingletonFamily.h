@@ -17,11 +17,13 @@ inline void SwitchSharedInstance(Class cls, SEL accessor) {
                              method_getImplementation(class_getClassMethod(cls, accessor)));
 }
 
-// The instance in `slot`, made under the class's monitor when there is none.
-inline id SharedInstanceUnderLock(Class cls, std::atomic<id>& slot) {
+// The instance in `slot`, made under the monitor of the class `cls` when there is none. Templates, so that a module in which
+// NSObject is only declared can hold this header.
+template <class Object>
+Object SharedInstanceUnderLock(auto cls, std::atomic<Object>& slot) {
     @synchronized(cls) {
         if (slot.load() == nil) {
-            id const made = [[cls alloc] init];
+            Object const made = [[cls alloc] init];
             [slot.exchange(made) release];
         }
         return slot.load();
@@ -29,14 +31,16 @@ inline id SharedInstanceUnderLock(Class cls, std::atomic<id>& slot) {
 }
 
 // Keeps what the superclass allocated as the instance. Nothing happens when that is nil. REQUIRES: the class's monitor.
-inline void KeepAllocated(Class cls, std::atomic<id>& slot, id allocated) {
+template <class Object>
+void KeepAllocated(Class cls, std::atomic<Object>& slot, Object allocated) {
     if (allocated != nil) {
         slot.store(allocated);
         SwitchSharedInstance(cls, @selector(sharedInstanceNoSynch));
     }
 }
 
-inline void PurgeSharedInstance(Class cls, std::atomic<id>& slot) {
+template <class Object>
+void PurgeSharedInstance(Class cls, std::atomic<Object>& slot) {
     @synchronized(cls) {
         if (slot.load() != nil) {
             SwitchSharedInstance(cls, @selector(sharedInstanceSynch));
@@ -60,14 +64,14 @@ inline void PurgeSharedInstance(Class cls, std::atomic<id>& slot) {
     +(instancetype)sharedInstanceNoSynch;                                                                              \
     +(void)purgeSharedInstance;
 
-// Defines the family in an @implementation. Written once as a macro because both classes need methods of
+// Defines the family in an @implementation of `ClassName`. Written once as a macro because both classes need methods of
 // their own: the implementation of +sharedInstance is switched on the class that is asked.
 //
 // The class owns one reference, in sSharedInstance. allocWithZone: puts it there before init has run and gives the
 // caller another; sharedInstanceSynch stores what init returned in its place, so that with no other owner a purge
 // destroys the instance.
-#define VORN_SINGLETON_FAMILY                                                                                          \
-    static constinit std::atomic<id> sSharedInstance{nullptr};                                                         \
+#define VORN_SINGLETON_FAMILY(ClassName)                                                                               \
+    static constinit std::atomic<ClassName*> sSharedInstance{nullptr};                                                 \
                                                                                                                        \
     +(instancetype)sharedInstance {                                                                                    \
         return [self sharedInstanceSynch];                                                                             \

@@ -4,15 +4,26 @@ import re
 
 # Where a result begins. Members that are assigned later are the business of the row.
 _RESULT = re.compile(
-    r"""(?P<given>complete\(content\.get\(\),\s*)?   # No result: the content goes on, and the record is not used.
-        (?P<made>Refusal\(RetCode::\w+,\s*"[^"]*"\)
-          | SdkFailure\(error,\s*"[^"]*"\)
-          | Inner\w+Ret(?:\s+ret)?\(RetCode::\w+(?:,\s*\d+,\s*"[^"]*")?\)
-          | ret\.retCode\s*=\s*[^;]+
-          | InnerLoginPluginRet\s+reply)""",
+    r"""Refus(?:al|e)\((?:self,\s*|\*job,\s*)?(?P<refusal>RetCode::\w+,\s*"[^"]*")
+      | (?:Answer\(self|Fail\(complete),\s*(?P<code>RetCode::\w+)
+      | (?P<record>Inner\w+Ret)(?:\s+ret)?(?P<values>\(RetCode::\w+(?:,\s*\d+,\s*"[^"]*")?\))
+      | (?P<other>SdkFailure\(error,\s*"[^"]*"\) | ret\.retCode\s*=\s*[^;]+ | InnerLoginPluginRet\s+reply)""",
     re.VERBOSE,
 )
 _METHOD = re.compile(r"^[-+] \([^)]*\)(\w+)", re.MULTILINE)
+
+
+def _statement(match):
+    """The result by the record that is made, however the source writes it down."""
+    if match["refusal"]:
+        made = f"Refusal({match['refusal']})"
+    elif match["code"]:
+        made = f"InnerBaseRet({match['code']})"
+    elif match["record"]:
+        made = match["record"] + match["values"]
+    else:
+        made = match["other"]
+    return " ".join(made.split())
 
 
 def results_in(source):
@@ -21,6 +32,6 @@ def results_in(source):
     found = []
     for match in _RESULT.finditer(source):
         inside = [name for start, name in methods if start < match.start()]
-        if inside and not match.group("given"):
-            found.append((inside[-1], " ".join(match.group("made").split())))
+        if inside:
+            found.append((inside[-1], _statement(match)))
     return found

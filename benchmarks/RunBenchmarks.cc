@@ -1,7 +1,7 @@
 #define CATCH_CONFIG_RUNNER
 #include "support/Catch.h"
 
-#include "Runner.h"
+#include "RunBenchmarks.h"
 
 #include "Subject.h"
 #include "VornLogSink.h"
