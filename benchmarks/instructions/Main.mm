@@ -45,9 +45,8 @@ template <class T>
 void Ignore(const T& /*result*/, const char* /*seqID*/) {}
 
 template <class T>
-void CountDelivery(const std::string& record) {
+void CountDelivery(const std::string& record, const T& result) {
     using Holder = VornInnerObserverHolder<T>;
-    const T result = SampleOf<T>();
     const String seqID(kSeqID);
     RegisterObserver<T>(ObserverID::kDirect, &Ignore<T>);
     RegisterObserver<T>(kObserver, &Ignore<T>);
@@ -83,10 +82,10 @@ int main() {
     @autoreleasepool {
         const Bench::LogModeSetting setting(Bench::LogMode::kOff);
         Test::LoadSubject();
-        Bench::CountDelivery<InnerBaseRet>("InnerBaseRet");
-        Bench::CountDelivery<InnerFriendRet>("InnerFriendRet");
-        Bench::CountDelivery<InnerLoginRet>("InnerLoginRet");
-        Bench::CountDelivery<InnerLoginPluginRet>("InnerLoginPluginRet");
+        Bench::CountDelivery("InnerBaseRet", Bench::SampleBaseRet());
+        Bench::CountDelivery("InnerFriendRet", Bench::SampleFriendRet(0));
+        Bench::CountDelivery("InnerLoginRet", Bench::SampleLoginRet());
+        Bench::CountDelivery("InnerLoginPluginRet", Bench::SampleLoginPluginRet());
         Bench::CountEntryPoints();
     }
     return 0;
