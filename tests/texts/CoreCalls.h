@@ -4,7 +4,7 @@
 
 #include "HostileTexts.h"
 
-#include "../unit/FriendShareTest.h"
+#import "../unit/FriendShareTest.h"
 
 #include <functional>
 #include <optional>
