@@ -14,7 +14,7 @@ def _loading(test, target=None):
     return Program(test, target or test, True)
 
 
-LIBRARY = "VornFacebook"
+PLUGIN = "VornFacebook"
 
 COMMON = _loading("VornCommonTests")
 LOGIN = _loading("VornLoginFacebookTests")
@@ -73,5 +73,5 @@ def all_programs():
 def targets_before(file, program):
     """What must be built before `program` can judge a mutant of `file`: for a source of the plugin, that alone."""
     if file.endswith(".mm") and program.loads:
-        return (LIBRARY,)
-    return (LIBRARY, program.target)
+        return (PLUGIN,)
+    return (PLUGIN, program.target)
