@@ -1,6 +1,7 @@
 #include "MachOFile.h"
 
 #include "FindingText.h"
+#include "MachOFormat.h"
 
 #include <algorithm>
 #include <array>
@@ -18,29 +19,22 @@ constexpr uint32_t kImage32Magic = 0xFEEDFACE;
 constexpr uint32_t kMaxSlices = 16; // The same magic begins a Java class, whose number here is larger.
 
 constexpr uint32_t kFileTypeDebugBundle = 10;
-constexpr uint64_t kHeaderSize = 32;
-constexpr uint64_t kSegmentSize = 72;
-constexpr uint64_t kSectionSize = 80;
 constexpr uint64_t kSymbolSize = 16;
 
-// Load commands; those that dyld must know have the highest bit as well.
+// More load commands.
 constexpr uint32_t kCommandSymbols = 0x02;
 constexpr uint32_t kCommandLoadLibrary = 0x0C;
 constexpr uint32_t kCommandInstallName = 0x0D;
 constexpr uint32_t kCommandLoadWeakLibrary = 0x80000018;
-constexpr uint32_t kCommandSegment = 0x19;
 constexpr uint32_t kCommandRunPath = 0x8000001C;
 constexpr uint32_t kCommandSignature = 0x1D;
 constexpr uint32_t kCommandReexportLibrary = 0x8000001F;
 constexpr uint32_t kCommandLoadLazyLibrary = 0x20;
-constexpr uint32_t kCommandDyldInfo = 0x22;
-constexpr uint32_t kCommandDyldInfoOnly = 0x80000022;
 constexpr uint32_t kCommandLoadUpwardLibrary = 0x80000023;
 constexpr uint32_t kCommandOldestIOS = 0x25;
 constexpr uint32_t kCommandBuildVersion = 0x32;
 constexpr uint32_t kCommandExportTrie = 0x80000033;
 
-constexpr uint32_t kSectionTypeMask = 0xFF;
 constexpr uint32_t kSectionOfTexts = 0x02;
 constexpr auto kZeroFilledSections = std::to_array<uint32_t>({0x01, 0x0C, 0x12});
 
@@ -52,11 +46,6 @@ constexpr unsigned kSymbolExternal = 0x01;
 
 // Symbols may share the end of one name; a table of nothing but long ones would take quadratic time.
 constexpr uint64_t kMaxNameBytes = uint64_t{256} << 20U;
-
-// A field of 16 bytes that is filled up with null bytes.
-std::string_view FixedText(std::string_view field) {
-    return field.substr(0, field.find('\0'));
-}
 
 struct Table {
     uint64_t offset = 0;
@@ -114,8 +103,9 @@ private:
                 return mReader.Fail(at, "load command " + std::to_string(index) + " of " + std::to_string(mCommands) +
                                             " is outside of the load commands");
             }
+            mImage.commands.push_back({mReader.U32(at), at, size});
             ByteReader command(mBytes.substr(at, size), mStart + at);
-            ReadCommand(mReader.U32(at), command);
+            ReadCommand(mImage.commands.back().kind, command);
             if (command.failed()) {
                 mReader.Fail(command.error()->offset - mStart, command.error()->message);
             }

@@ -36,13 +36,21 @@ struct MachOSymbol {
     bool isExternal = false;
 };
 
+// A load command, all of it inside of the image.
+struct LoadCommand {
+    uint32_t kind = 0;
+    uint64_t offset = 0; // In the image.
+    uint64_t size = 0;   // At least 8.
+};
+
 // One slice. Its texts lie in the bytes that were parsed.
 struct MachOImage {
     std::string_view bytes;
     uint32_t processor = 0;
     uint32_t fileType = 0;
     uint32_t platform = kPlatformUnknown;
-    uint32_t minimumSystem = 0; // 13.0.1 is 0x000D0001; 0 without a platform.
+    uint32_t minimumSystem = 0;        // 13.0.1 is 0x000D0001; 0 without a platform.
+    std::vector<LoadCommand> commands; // None of a debug bundle, whose commands speak of another file.
     std::string_view installName;
     std::vector<LoadedLibrary> libraries;
     std::vector<std::string_view> runPaths;

@@ -2,6 +2,7 @@
 
 #include "../doctor/FindingText.h"
 #include "../doctor/MachOFile.h"
+#include "../doctor/MachOFormat.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,20 +14,12 @@ namespace {
 
 using namespace Simulator::Doctor;
 
-constexpr uint64_t kHeaderSize = 32;
-constexpr uint64_t kSegmentSize = 72;
-constexpr uint64_t kSectionSize = 80;
-
-constexpr uint32_t kCommandSegment = 0x19;
-constexpr uint32_t kCommandDyldInfo = 0x22;
-constexpr uint32_t kCommandDyldInfoOnly = 0x80000022;
 constexpr uint32_t kCommandChainedFixups = 0x80000034;
 
 constexpr uint32_t kMayWrite = 2;
 constexpr uint32_t kMayExecute = 4;
 constexpr uint32_t kReadOnlyAfterFixups = 0x10;
 
-constexpr uint32_t kSectionTypeMask = 0xFF;
 constexpr uint32_t kFirstThreadLocalType = 0x11;
 constexpr uint32_t kLastThreadLocalType = 0x15;
 
@@ -36,10 +29,6 @@ constexpr uint64_t kExportHasResolver = 0x10;
 
 // The plugin has a tenth of a megabyte. What is larger than this is damaged.
 constexpr uint64_t kMaxImageSize = uint64_t{256} << 20U;
-
-std::string_view FixedText(std::string_view field) {
-    return field.substr(0, field.find('\0'));
-}
 
 class LayoutReader {
 public:
@@ -62,7 +51,7 @@ public:
     }
 
 private:
-    using CommandReader = void (LayoutReader::*)(uint32_t kind, uint64_t at, uint64_t size);
+    using CommandReader = void (LayoutReader::*)(const LoadCommand& command);
 
     void CheckKind() {
         if (mImage.fileType != kFileTypeLibrary) {
@@ -71,25 +60,19 @@ private:
     }
 
     void EachCommand(CommandReader read) {
-        const uint32_t commands = mReader.U32(16);
-        uint64_t at = kHeaderSize;
-        for (uint32_t index = 0; index < commands && !mReader.failed(); ++index) {
-            const uint64_t size = mReader.U32(at + 4);
-            mReader.Part(at, std::max<uint64_t>(size, 8)); // A size of zero would be read for ever.
-            if (size < 8) {
-                mReader.Fail(at, "the load command is shorter than its own head");
+        for (const LoadCommand& command : mImage.commands) {
+            if (mReader.failed()) {
+                return;
             }
-            if (!mReader.failed()) {
-                (this->*read)(mReader.U32(at), at, size);
-            }
-            at += size;
+            (this->*read)(command);
         }
     }
 
-    void ReadCommand(uint32_t kind, uint64_t at, uint64_t size) {
-        switch (kind) {
+    void ReadCommand(const LoadCommand& command) {
+        const uint64_t at = command.offset;
+        switch (command.kind) {
         case kCommandSegment:
-            return ReadSegment(at, size);
+            return ReadSegment(at, command.size);
         case kCommandDyldInfo:
         case kCommandDyldInfoOnly:
             mHasFixups = true;
@@ -155,8 +138,9 @@ private:
         mLayout.size = (end + kPageSize - 1) / kPageSize * kPageSize;
     }
 
-    void ReadSections(uint32_t kind, uint64_t at, uint64_t /*size*/) {
-        const uint32_t count = kind == kCommandSegment ? mReader.U32(at + 64) : 0;
+    void ReadSections(const LoadCommand& command) {
+        const uint64_t at = command.offset;
+        const uint32_t count = command.kind == kCommandSegment ? mReader.U32(at + 64) : 0;
         for (uint32_t index = 0; index < count && !mReader.failed(); ++index) {
             const uint64_t here = at + kSegmentSize + index * kSectionSize;
             Section section;
