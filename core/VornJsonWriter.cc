@@ -1,10 +1,7 @@
+#include "VornJsonText.h"
 #include "VornServices.h"
 #include "VornUtf8.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -23,68 +20,11 @@
 namespace Tarvik::Vorn {
 namespace {
 
-// Whether the character stands in JSON as it is. Without a branch, so that the compiler can look at several at a time.
-constexpr bool IsPlain(char character) {
-    const auto code = static_cast<unsigned char>(character);
-    return (code >= 0x20) & (code < 0x7f) & (code != '"') & (code != '\\');
-}
-
-// Whether `text` is ASCII without quotes, backslashes and control characters. Most is looked at by sixteens.
-bool IsPlain(std::string_view text) {
-    constexpr size_t kStep = 16;
-    for (; text.size() >= kStep; text.remove_prefix(kStep)) {
-        unsigned char plain = 1;
-        for (size_t i = 0; i < kStep; ++i) {
-            plain &= static_cast<unsigned char>(IsPlain(text[i]));
-        }
-        if (plain == 0) {
-            return false;
-        }
-    }
-    return std::all_of(text.begin(), text.end(), [](char character) { return IsPlain(character); });
-}
-
-// RapidJSON's writer with a short way for texts that stand in JSON as they are: most of what a log line shows of a request is
-// of that kind, and RapidJSON looks at each character by itself.
-class TextWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
-public:
-    using rapidjson::Writer<rapidjson::StringBuffer>::Writer;
-
-    // Writes a value or a name, which to the writer are the same.
-    void Text(std::string_view text) {
-        if (!IsPlain(text)) {
-            WriteValid(text);
-            return;
-        }
-        Prefix(rapidjson::kStringType);
-        char* const written = os_->Push(text.size() + 2);
-        written[0] = '"';
-        std::copy(text.begin(), text.end(), written + 1); // Nothing for null, which memcpy must not be given.
-        written[text.size() + 1] = '"';
-    }
-
-private:
-    void WriteValid(std::string_view text) {
-        if (ValidUtf8Length(text) == text.size()) {
-            String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-            return;
-        }
-        const std::string valid = ReplaceInvalidUtf8(text);
-        String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
-    }
-};
-
-// Room for the texts of most requests: the buffer need not grow, which copies it.
-constexpr size_t kUsualSize = 1024;
-
 class WriterState {
 public:
-    WriterState() : mWriter(mBuffer, &mAllocator) {}
-
     // Begins the document anew, without any open object.
     void Restart() {
-        mBuffer.Clear();
-        mWriter.Reset(mBuffer);
+        mText.Clear();
         mDepth = 0;
         mName.reset();
     }
@@ -95,10 +35,11 @@ public:
         if (mDepth == 0) {
             Restart();
         } else {
-            mWriter.Text(mName.value_or(""));
+            WriteName(mName ? std::string_view(*mName) : std::string_view());
             mName.reset();
         }
-        mWriter.StartObject();
+        mText.Append('{');
+        mIsFirst = true;
         mDepth += 1;
     }
 
@@ -107,7 +48,8 @@ public:
             return;
         }
         mName.reset();
-        mWriter.EndObject();
+        mText.Append('}');
+        mIsFirst = false; // Whatever follows stands behind this object.
         mDepth -= 1;
     }
 
@@ -119,18 +61,18 @@ public:
 
     void WriteMember(const char* name, int value) {
         if (BeginMember(name)) {
-            mWriter.Int(value);
+            mText.Append(value);
         }
     }
 
     void WriteMember(const char* name, const char* value) {
         if (BeginMember(name)) {
-            mWriter.Text(OrEmpty(value));
+            mText.AppendQuoted(OrEmpty(value));
         }
     }
 
-    // Without a NUL in it: the writer escapes them.
-    const char* Text() const { return mBuffer.GetString(); }
+    // Without a NUL in it: they are escaped.
+    const char* Text() { return mText.c_str(); }
 
 private:
     bool BeginMember(const char* name) {
@@ -138,14 +80,22 @@ private:
             return false;
         }
         mName.reset();
-        mWriter.Text(OrEmpty(name));
+        WriteName(OrEmpty(name));
         return true;
     }
 
-    rapidjson::CrtAllocator mAllocator; // Of both; each would make one of its own.
-    rapidjson::StringBuffer mBuffer{&mAllocator, kUsualSize};
-    TextWriter mWriter;
+    void WriteName(std::string_view name) {
+        if (!mIsFirst) {
+            mText.Append(',');
+        }
+        mIsFirst = false;
+        mText.AppendQuoted(name);
+        mText.Append(':');
+    }
+
+    JsonText mText;
     size_t mDepth = 0;                // Open objects.
+    bool mIsFirst = true;             // Whether the open object has no member yet.
     std::optional<std::string> mName; // For the next nested object.
 };
 

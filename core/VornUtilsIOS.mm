@@ -34,12 +34,28 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 
+// Foundation's classes, looked up once: the runtime searches a class by its name wherever code names it.
+struct FoundationClasses {
+    Class array = [NSArray class];
+    Class decimalNumber = [NSDecimalNumber class];
+    Class dictionary = [NSDictionary class];
+    Class null = [NSNull class];
+    Class number = [NSNumber class];
+    Class text = [NSString class];
+};
+
+const FoundationClasses& Foundation() {
+    static const FoundationClasses classes;
+    return classes;
+}
+
 // REQUIRES: `utf8` is valid UTF-8. It may hold NULs.
 NSString* MakeText(const std::string& utf8) {
     if (utf8.starts_with(kByteOrderMark)) { // GNUstep would drop it. Behind another character it stays.
         return [MakeText("." + utf8) substringFromIndex:1];
     }
-    return [[[NSString alloc] initWithBytes:utf8.data() length:utf8.size() encoding:NSUTF8StringEncoding] autorelease];
+    return [[[Foundation().text alloc] initWithBytes:utf8.data() length:utf8.size()
+                                            encoding:NSUTF8StringEncoding] autorelease];
 }
 
 // The text if it is short and of ASCII, as nearly all are; no object is made on the way.
@@ -128,20 +144,20 @@ public:
     explicit ObjectWriter(Writer& writer) : mWriter(writer) {}
 
     bool Write(id object) {
-        if ([object isKindOfClass:[NSString class]]) {
+        if ([object isKindOfClass:Foundation().text]) {
             const std::optional<std::string> text = Utf8Of(object);
             return text && mWriter.String(text->data(), SizeOf(*text));
         }
-        if ([object isKindOfClass:[NSNumber class]]) {
+        if ([object isKindOfClass:Foundation().number]) {
             return WriteNumber(object);
         }
-        if ([object isKindOfClass:[NSDictionary class]]) {
+        if ([object isKindOfClass:Foundation().dictionary]) {
             return Nested([&] { return WriteDictionary(object); });
         }
-        if ([object isKindOfClass:[NSArray class]]) {
+        if ([object isKindOfClass:Foundation().array]) {
             return Nested([&] { return WriteArray(object); });
         }
-        return [object isKindOfClass:[NSNull class]] && mWriter.Null();
+        return [object isKindOfClass:Foundation().null] && mWriter.Null();
     }
 
 private:
@@ -161,7 +177,7 @@ private:
     }
 
     bool WriteNumber(NSNumber* number) {
-        if ([number isKindOfClass:[NSDecimalNumber class]]) {
+        if ([number isKindOfClass:Foundation().decimalNumber]) {
             const std::string digits = CStr([number stringValue]);
             return digits != "NaN" && mWriter.RawValue(digits.data(), digits.size(), rapidjson::kNumberType);
         }
@@ -184,7 +200,7 @@ private:
     bool WriteDictionary(NSDictionary* dictionary) {
         std::vector<Member> members;
         for (id key in dictionary) {
-            if (![key isKindOfClass:[NSString class]]) {
+            if (![key isKindOfClass:Foundation().text]) {
                 return false;
             }
             const std::optional<std::string> name = Utf8Of(key);
@@ -245,7 +261,7 @@ void SetOwnMethod(Class cls, SEL selector, IMP implementation, const char* types
 @implementation VornUtilsIOS
 
 + (NSString*)jsonStringFromDict:(NSDictionary*)dict prettyPrint:(BOOL)prettyPrint {
-    if (![dict isKindOfClass:[NSDictionary class]]) {
+    if (![dict isKindOfClass:Foundation().dictionary]) {
         return nil;
     }
     rapidjson::StringBuffer buffer;

@@ -123,6 +123,34 @@ TEST(VornJsonWriterTest, FindsWhatMustBeEscapedAtEveryPlaceOfTextsOfEveryLength)
     }
 }
 
+// The writer's own room ends somewhere below a kilobyte: each kind of character is met right there.
+TEST(VornJsonWriterTest, WritesTextsOfEveryLengthUpToTwoKilobytes) {
+    const std::string kinds[][2] = {
+        {"~", "~"}, {"\"", "\\\""}, {"\x1f", "\\u001F"}, {"é", "é"}, {"\xff", "\xef\xbf\xbd"},
+    };
+    for (size_t length = 0; length <= 2048; ++length) {
+        const std::string before(length, 'a');
+        for (const auto& [character, written] : kinds) {
+            ASSERT_EQ(TextMember((before + character + "b").c_str()), "{\"k\":\"" + before + written + "b\"}");
+        }
+    }
+}
+
+TEST(VornJsonWriterTest, WritesNumbersAndNamesAtEveryPlaceOfALongText) {
+    const std::string number = std::to_string(std::numeric_limits<int>::min());
+    for (size_t length = 850; length <= 950; ++length) {
+        const std::string before(length, 'a');
+        const std::string text = DocumentOf([&](VornJsonWriter& writer) {
+            writer.convert("k", before.c_str(), kJsonTextFlag);
+            writer.convert("n", std::numeric_limits<int>::min());
+            writer.setKey("o");
+            writer.objectBegin();
+            writer.objectEnd();
+        });
+        ASSERT_EQ(text, "{\"k\":\"" + before + "\",\"n\":" + number + ",\"o\":{}}");
+    }
+}
+
 TEST(VornJsonWriterTest, EscapesKeysLikeTexts) {
     EXPECT_EQ(DocumentOf([](VornJsonWriter& writer) { writer.convert("\"é\n", 1); }), "{\"\\\"é\\n\":1}");
 }
