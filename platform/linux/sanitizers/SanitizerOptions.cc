@@ -3,8 +3,6 @@
 extern "C" {
 
 const char* __asan_default_options();
-const char* __lsan_default_options();
-const char* __lsan_default_suppressions();
 const char* __tsan_default_options();
 const char* __ubsan_default_options();
 
@@ -15,16 +13,6 @@ const char* __ubsan_default_options();
 const char* __asan_default_options() {
     return "fast_unwind_on_malloc=0:malloc_context_size=2:detect_stack_use_after_return=1:"
            "max_free_fill_size=4096:detect_leaks=1";
-}
-
-const char* __lsan_default_options() {
-    return "print_suppressions=0";
-}
-
-// libobjc: the runtime's class and selector tables are allocated once and live as long as the process. GNUstep base is
-// not listed: that would hide every leaked object.
-const char* __lsan_default_suppressions() {
-    return "leak:libobjc.so\n";
 }
 
 // The runtime and GNUstep base take two locks in either order during start-up; they do so on one thread.
