@@ -5,10 +5,17 @@ option(VORN_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(VORN_FUZZ "Link the fuzz targets with libFuzzer, and let everything tell it what was reached" OFF)
 set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 
+# The compiler's cache names sources from the build folder (scripts/build); messages name them from the checkout all the same.
+file(RELATIVE_PATH vorn_checkout_from_build ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
+add_compile_options("-ffile-prefix-map=${vorn_checkout_from_build}=")
+
 if(VORN_SANITIZE)
   add_compile_options(-fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VORN_SANITIZE})
 else()
+  # Calls of one library into another take their address from a table instead of a stub that does. Lines that are not printed
+  # are four such calls.
+  add_compile_options(-fno-plt)
   # Not under a sanitizer: its runtime stands in the program, so shared libraries have open references to it.
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-z,defs>)
 endif()
