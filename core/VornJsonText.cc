@@ -102,8 +102,9 @@ const char* JsonText::AppendPlain(const char* text, const char* end) {
 }
 
 void JsonText::AppendEscaped(char character) {
+    constexpr std::string_view kUnicode = "\\u00";
     char* const target = Reserve(kLongestEscape);
-    target[0] = '\\';
+    std::copy(kUnicode.begin(), kUnicode.end(), target);
     if (const char letter = ShortEscape(character); letter != 0) {
         target[1] = letter;
         mSize += 2;
@@ -111,7 +112,6 @@ void JsonText::AppendEscaped(char character) {
     }
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     const auto code = static_cast<unsigned char>(character);
-    std::memcpy(target + 1, "u00", 3);
     target[4] = kDigits[code >> 4];
     target[5] = kDigits[code & 0xf];
     mSize += kLongestEscape;

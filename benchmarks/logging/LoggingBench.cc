@@ -66,9 +66,10 @@ TEST_CASE("Log lines against spdlog", "[logging]") {
 
     Table table{"One log line, ns", "Where it goes", {"core", "spdlog", "times spdlog"}, {}};
     for (const std::string sink : {"off", "null sink", "file"}) {
-        table.rows.push_back({sink,
-                              {comparison.Difference(sink, "no line"), comparison.Difference("spdlog " + sink, "no line"),
-                               comparison.Ratio(sink, "spdlog " + sink)}});
+        table.rows.push_back(
+            {sink,
+             {comparison.Difference(sink, "no line"), comparison.Difference("spdlog " + sink, "no line"),
+              comparison.Ratio(sink, "spdlog " + sink)}});
     }
     Figures& figures = Figures::Instance();
     figures.Add(table);
