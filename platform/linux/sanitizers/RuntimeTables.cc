@@ -19,7 +19,8 @@
 
 namespace {
 
-bool sAreLibrariesLoaded = false;
+// Volatile: the optimiser runs initialisers as simple as the one below itself, and it would be true from the beginning.
+volatile bool sAreLibrariesLoaded = false;
 
 // A program's own initialisers run after those of its libraries.
 __attribute__((constructor)) void NoteThatLibrariesAreLoaded() {
