@@ -39,6 +39,16 @@ struct Header {
     uint64_t contents = 0; // The offset behind type and count.
 };
 
+// Whether one of the characters, each of `width` bytes, is all zeros.
+bool HasNul(std::string_view characters, size_t width) {
+    for (; !characters.empty(); characters.remove_prefix(width)) {
+        if (characters.substr(0, width) == std::string_view("\0\0", width)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 class BinaryScan {
 public:
     explicit BinaryScan(std::string_view bytes) : mReader(bytes) {}
@@ -202,11 +212,18 @@ private:
         }
     }
 
+    // After the key has been measured. The library that reads the file next ends the process over a NUL in one.
     void CheckKey(uint64_t object, uint64_t from) {
         const uint64_t offset = OffsetOf(object, from);
-        const unsigned type = mReader.U8(offset) >> 4U;
-        if (!mReader.failed() && type != kAscii && type != kUtf16) {
-            mReader.Fail(offset, "the key of a dictionary is no text");
+        const Header header = ReadHeader(offset);
+        if (mReader.failed()) {
+            return;
+        }
+        if (header.type != kAscii && header.type != kUtf16) {
+            return mReader.Fail(offset, "the key of a dictionary is no text");
+        }
+        if (HasNul(mReader.Part(header.contents, LeafSize(header, offset)), header.type == kUtf16 ? 2 : 1)) {
+            mReader.Fail(offset, "the key of a dictionary has a NUL in it");
         }
     }
 

@@ -1,5 +1,6 @@
 #include "ExportTrie.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -47,6 +48,7 @@ SymbolNames ReadExportTrie(ByteReader& trie) {
         at += information;
         const unsigned children = trie.U8(at);
         at += 1;
+        const size_t waitingBefore = waiting.size();
         for (unsigned child = 0; child < children && !trie.failed(); ++child) {
             const std::string_view label = trie.Text(at);
             at += label.size() + 1;
@@ -58,6 +60,8 @@ SymbolNames ReadExportTrie(ByteReader& trie) {
             }
             waiting.push_back({offset, node.name + std::string(label)});
         }
+        // The first child is visited next: of two equal names the first counts, as it does to the loader.
+        std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(waitingBefore), waiting.end());
     }
     return names;
 }

@@ -72,6 +72,11 @@ TEST(DamagedXml, OtherThingsThatNoPropertyListHasAreFound) {
                 HasSubstr("a part of its own in [ ]"));
 }
 
+TEST(DamagedXml, AnEscapedNulIsFound) {
+    EXPECT_THAT(DamageOf(Xml("<dict><key>k&#0;k</key><true/></dict>")), HasSubstr("cannot be read"));
+    EXPECT_THAT(DamageOf(Xml("<dict><key>k</key><string>v&#0;v</string></dict>")), HasSubstr("cannot be read"));
+}
+
 TEST(DamagedXml, CommentsSectionsEntitiesAndAByteOrderMarkAreNoDamage) {
     const std::string text =
         "\xEF\xBB\xBF" + Xml("<!-- <x> --><dict><key>a&amp;</key><string><![CDATA[<b>]]></string></dict>");
@@ -148,6 +153,22 @@ TEST(DamagedBinary, AnObjectThatContainsItselfIsFound) {
 
 TEST(DamagedBinary, AKeyThatIsNoTextIsFound) {
     EXPECT_THAT(DamageOf(Binary({"\xD1\x01\x01", "\x09"})), HasSubstr("the key of a dictionary is no text"));
+}
+
+// The library that reads property lists ends the process over one.
+TEST(DamagedBinary, AKeyWithANulInItIsFoundAtItsOffset) {
+    EXPECT_THAT(DamageOf(Binary({"\xD1\x01\x02", std::string("\x53k\0k", 4), "\x09"})),
+                HasSubstr("0xb: the key of a dictionary has a NUL in it"));
+    EXPECT_THAT(DamageOf(Binary({"\xD1\x01\x02", std::string("\x62\0k\0\0", 5), "\x09"})),
+                HasSubstr("0xb: the key of a dictionary has a NUL in it"));
+}
+
+TEST(DamagedBinary, AKeyOfTwoByteCharactersIsRead) {
+    EXPECT_EQ(DamageOf(Binary({"\xD1\x01\x02", std::string("\x62\x01\x00\x00k", 5), "\x09"})), "(none)");
+}
+
+TEST(DamagedBinary, AValueWithANulInItIsRead) {
+    EXPECT_EQ(DamageOf(Binary({"\xD1\x01\x02", "\x51k", std::string("\x53v\0v", 4)})), "(none)");
 }
 
 TEST(DamagedBinary, AnObjectThatIsLargerThanTheFileIsFound) {
