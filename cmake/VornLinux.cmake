@@ -9,6 +9,9 @@ set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= t
 file(RELATIVE_PATH vorn_checkout_from_build ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
 add_compile_options("-ffile-prefix-map=${vorn_checkout_from_build}=")
 
+# Takes a fifth of the time of the system's linker, and comes with the one for iOS.
+add_link_options(-fuse-ld=lld)
+
 if(VORN_SANITIZE)
   add_compile_options(-fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VORN_SANITIZE})
