@@ -66,6 +66,11 @@ void JsonText::Append(int number) {
     mSize = static_cast<size_t>(std::to_chars(target, target + kLongestInt, number).ptr - mData);
 }
 
+void JsonText::Append(std::string_view text) {
+    std::copy(text.begin(), text.end(), Reserve(text.size()));
+    mSize += text.size();
+}
+
 void JsonText::AppendQuoted(std::string_view text) {
     const char* next = text.data();
     const char* const end = next + text.size();
@@ -122,13 +127,10 @@ const char* JsonText::AppendUtf8(const char* text, const char* end) {
     const char* const behind = std::find_if(text, end, &IsAscii);
     const std::string_view characters(text, static_cast<size_t>(behind - text));
     if (ValidUtf8Length(characters) == characters.size()) {
-        std::copy(text, behind, Reserve(characters.size()));
-        mSize += characters.size();
-        return behind;
+        Append(characters);
+    } else {
+        Append(ReplaceInvalidUtf8(characters));
     }
-    const std::string valid = ReplaceInvalidUtf8(characters);
-    std::copy(valid.begin(), valid.end(), Reserve(valid.size()));
-    mSize += valid.size();
     return behind;
 }
 

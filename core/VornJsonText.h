@@ -47,10 +47,12 @@ private:
 
     __attribute__((noinline)) void Grow(size_t size);
     const char* AppendPlain(const char* text, const char* end);
+    void Append(std::string_view text);
     void AppendEscaped(char character);
     const char* AppendUtf8(const char* text, const char* end);
 
-    std::array<char, 896> mUsual; // NOLINT(cppcoreguidelines-pro-type-member-init): room for nearly every request.
+    // Room for nearly every request, in one allocation with what holds it: small enough for the allocator's fast lists.
+    std::array<char, 896> mUsual; // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read.
     std::unique_ptr<char[]> mLarge;
     char* mData = mUsual.data();
     size_t mSize = 0;

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 
 namespace Tarvik::Vorn::Test {
 namespace {
